@@ -9,6 +9,14 @@
 extern "C" {
 #endif
 
+/* Raising (a raise never returns) and the guarded value print */
+KivRaiseFn kivRaise __attribute__((noreturn));
+KivRaiseWideFn kivRaiseWide __attribute__((noreturn));
+KivRaiseTextFn kivRaiseText __attribute__((noreturn));
+KivRaiseDataFn kivRaiseData __attribute__((noreturn));
+KivRecordMessageFn kivRecordMessage;
+KivDisplayPduFn kivDisplayPdu;
+
 #ifdef __cplusplus
 }
 #endif

@@ -9,6 +9,13 @@
 extern "C" {
 #endif
 
+/* Recorded allocation and temporary memory */
+KivAllocZeroedFn kivAllocZeroed;
+KivAllocExactFn kivAllocExact;
+KivAllocRoundedFn kivAllocRounded;
+KivTempAllocFn kivTempAlloc;
+KivTempReleaseFn kivTempRelease;
+
 #ifdef __cplusplus
 }
 #endif
