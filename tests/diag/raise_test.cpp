@@ -182,6 +182,7 @@ TEST(RaiseData, HexadecimalForTheValueRangeMessages) {
     auto caught = catchRaise(w.get(), [&] { kivRaiseData(w.get(), 23, value, 0); });
     EXPECT_EQ(caught.value, 17);
     EXPECT_EQ(w->messageText, range + "''.\n") << "empty data: empty text, no 0x";
+    kivFreeTempChains(w.get());  // the texts live in the operation's temporary memory
 }
 
 TEST(RaiseData, OtherMessagesShowTheOctetsAsText) {
@@ -193,6 +194,7 @@ TEST(RaiseData, OtherMessagesShowTheOctetsAsText) {
     EXPECT_STREQ(w->messageText, "E0063S: Size constraint violated, length of value = 'abc'.\n");
     catchRaise(w.get(), [&] { kivRaiseData(w.get(), 21, data, 4); });
     EXPECT_STREQ(w->messageText, "E0061S: Single value constraint violated'abcd'.\n");
+    kivFreeTempChains(w.get());
 }
 
 }  // namespace
