@@ -181,6 +181,8 @@ Text intervalRules(const KivTimeValue& v, uint32_t settings, uint16_t recurrence
             return "both start and end points of the interval shall be specified using a time-of-day only";
         }
     }
+    // R counts the digits that wrote the number of recurrences, as
+    // recurrenceDigits does ("R12" has two); it is not the number itself.
     if ((settings & 0x1000) && (v.kind & kRecurring)) {
         if (recurrenceDigits != 0 && v.recurrenceDigits != recurrenceDigits)
             return "the recurring interval has an incorrect number of recurrence digits";

@@ -35,7 +35,8 @@ int32_t compareDates(const KivDatePart& a, const KivDatePart& b) {
 }
 
 // Equal flags and fraction digits, and with a time difference the same
-// difference; "+00:00" and "-00:00" are the same difference.
+// difference, whether or not its minutes were written; "+00:00" and
+// "-00:00" are the same difference.
 bool timesComparable(const KivTimeOfDayPart& a, const KivTimeOfDayPart& b) {
     if (a.flags != b.flags || a.fractionDigits != b.fractionDigits) return false;
     if (!(a.flags & kZone)) return true;
@@ -55,6 +56,7 @@ int32_t compareTimes(const KivTimeOfDayPart& a, const KivTimeOfDayPart& b) {
 
 int32_t compareDurations(const KivDurationPart& a, const KivDurationPart& b) {
     if (a.last != b.last || a.fractionDigits != b.fractionDigits) return -2;
+    // Weeks stand alone in a duration; either value having them decides.
     if ((a.flags | b.flags) & kWeeks) {
         if (int32_t r = order(a.weeks, b.weeks)) return r;
     } else {

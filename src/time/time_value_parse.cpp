@@ -103,7 +103,9 @@ void setYear(KivDatePart& d, uint8_t form, const Run& run, bool negative) {
     d.yearDigits = static_cast<uint16_t>(run.digits);
 }
 
-// The parts after the year: "-Www[-D]", "-DDD" or "-MM[-DD]".
+// The parts after the year: "-Www[-D]", "-DDD" or "-MM[-DD]". A number
+// missing altogether is a missing digit (73), not an out-of-range week,
+// month or day.
 void parseDateAfterYear(Cursor& c, KivDatePart& d) {
     size_t leap = isLeapYear(d.year) ? 1 : 0;
     if (take(c, 'W')) {
@@ -277,7 +279,7 @@ void parseDuration(Cursor& c, KivDurationPart& d) {
         ++c.at;
         durationField(d, flag) = number.value;
         if (number.value != 0) d.flags |= flag;
-        if (fraction) d.flags |= 0x01;
+        if (fraction) d.flags |= 0x01;  // written, even when it is zero
         d.last = previous = flag;
         if (fraction || flag == 0x20 || flag == 0x02) break;
     }
