@@ -109,6 +109,14 @@ struct Generated {
     std::string zone;  // the time difference as compared
 };
 
+// Appends the parts (one string built in place, no temporaries).
+template <class... Parts>
+std::string join(const Parts&... parts) {
+    std::string s;
+    ((s += parts), ...);
+    return s;
+}
+
 class Generator {
 public:
     explicit Generator(unsigned seed) : random_(seed) {}
@@ -124,7 +132,7 @@ public:
             written = zones[z][0];
             zone = zones[z][1];
         }
-        return {key + written, shape, key, zone};
+        return {join(key, written), shape, key, zone};
     }
 
 private:
@@ -134,25 +142,26 @@ private:
         for (int i = 0; i < n; ++i) s += char('0' + pick(10));
         return s;
     }
-    std::string number(int first, int last, int width) {
+    std::string number(int first, int last, size_t width) {
         std::string s = std::to_string(first + pick(last - first + 1));
-        return std::string(width - s.size(), '0') + s;
+        s.insert(0, width - s.size(), '0');
+        return s;
     }
     std::string year() { return number(1000, 9999, 4); }
     std::string time(int parts) {
         std::string s = number(0, 23, 2);
-        if (parts > 1) s += ":" + number(0, 59, 2);
-        if (parts > 2) s += ":" + number(0, 59, 2) + "." + digits(2);
+        if (parts > 1) s += join(":", number(0, 59, 2));
+        if (parts > 2) s += join(":", number(0, 59, 2), ".", digits(2));
         return s;
     }
     std::string point(int shape) {
         switch (shape) {
-            case 0: return number(10, 99, 2) + "C";
-            case 1: return year() + "-" + number(1, 12, 2);
-            case 2: return year() + "-W" + number(1, 53, 2) + "-" + number(1, 7, 1);
-            case 3: return year() + "-" + number(1, 365, 3);
-            case 4: return year() + "-" + number(1, 12, 2) + "-" + number(1, 28, 2) + "T" + time(3);
-            case 5: return year() + "-" + number(1, 365, 3) + "T" + time(2);
+            case 0: return join(number(10, 99, 2), "C");
+            case 1: return join(year(), "-", number(1, 12, 2));
+            case 2: return join(year(), "-W", number(1, 53, 2), "-", number(1, 7, 1));
+            case 3: return join(year(), "-", number(1, 365, 3));
+            case 4: return join(year(), "-", number(1, 12, 2), "-", number(1, 28, 2), "T", time(3));
+            case 5: return join(year(), "-", number(1, 365, 3), "T", time(2));
             case 6: return time(1);
             default: return time(3);
         }
@@ -160,12 +169,12 @@ private:
     // Single-digit numbers keep the widths fixed.
     std::string duration(int shape) {
         switch (shape) {
-            case 0: return "P" + digits(1) + "W";
-            case 1: return "P" + digits(1) + "Y" + digits(1) + "M";
-            case 2: return "P" + digits(1) + "DT" + digits(1) + "H" + digits(1) + "M" + digits(1) + "S";
-            case 3: return "PT" + digits(1) + "H" + digits(1) + "." + digits(3) + "M";
-            case 4: return "P" + digits(1) + "Y" + digits(1) + "M" + digits(1) + "DT" + digits(1) + "H";
-            default: return "PT" + digits(1) + "," + digits(1) + "S";
+            case 0: return join("P", digits(1), "W");
+            case 1: return join("P", digits(1), "Y", digits(1), "M");
+            case 2: return join("P", digits(1), "DT", digits(1), "H", digits(1), "M", digits(1), "S");
+            case 3: return join("PT", digits(1), "H", digits(1), ".", digits(3), "M");
+            case 4: return join("P", digits(1), "Y", digits(1), "M", digits(1), "DT", digits(1), "H");
+            default: return join("PT", digits(1), ",", digits(1), "S");
         }
     }
 
