@@ -9,6 +9,20 @@
 extern "C" {
 #endif
 
+/* ISO 8601 TIME values and the property-settings checks */
+KivParseTimeValueFn kivParseTimeValue;
+KivCompareTimeValuesFn kivCompareTimeValues;
+KivTimeValuesDifferFn kivTimeValuesDiffer;
+KivCheckIntervalSettingsFn kivCheckIntervalSettings;
+KivCheckPointDateSettingsFn kivCheckPointDateSettings;
+KivCheckPointTimeSettingsFn kivCheckPointTimeSettings;
+KivCheckRecurringIntervalFn kivCheckRecurringInterval;
+KivCheckTimeIntervalFn kivCheckTimeInterval;
+KivCheckDateOnlyFn kivCheckDateOnly;
+KivCheckTimeOfDayOnlyFn kivCheckTimeOfDayOnly;
+KivCheckDateAndTimeFn kivCheckDateAndTime;
+KivCheckRecurrenceDigitsFn kivCheckRecurrenceDigits;
+
 #ifdef __cplusplus
 }
 #endif
