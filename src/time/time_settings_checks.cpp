@@ -181,10 +181,12 @@ Text intervalRules(const KivTimeValue& v, uint32_t settings, uint16_t recurrence
             return "both start and end points of the interval shall be specified using a time-of-day only";
         }
     }
-    // R counts the digits that wrote the number of recurrences, as
-    // recurrenceDigits does ("R12" has two); it is not the number itself.
+    // Design decision: R is the most digits the number of recurrences may be
+    // written with ("R2" with R 2 passes, "R123" with R 2 does not); a value
+    // without digits never meets a nonzero R.
     if ((settings & 0x1000) && (v.kind & kRecurring)) {
-        if (recurrenceDigits != 0 && v.recurrenceDigits != recurrenceDigits)
+        if (recurrenceDigits != 0 &&
+            (v.recurrenceDigits == 0 || v.recurrenceDigits > recurrenceDigits))
             return "the recurring interval has an incorrect number of recurrence digits";
         if (recurrenceDigits == 0 && v.recurrenceDigits != 0)
             return "the recurring interval shall not contain recurrence digits because the "

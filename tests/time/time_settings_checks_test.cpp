@@ -178,10 +178,11 @@ TEST(TimeSettingsChecks, IntervalPointsAndRecurrenceDigits) {
     EXPECT_EQ(c.on("2009-05-01/P1D").interval(0x0400, 0), both + "a time-of-day only");
     EXPECT_EQ(c.on("P1D").interval(0x0E00, 0), "");  // no point to test
 
-    // The expected count is a count of digits: "R12" has two, "R2" one.
+    // R bounds the number of digits: "R12" has two, "R2" one.
     EXPECT_EQ(c.on("R12/P1D").recurring(0x0100 | 0x1000, 2), "");
     EXPECT_EQ(c.on("R2/P1D").recurring(0x0100 | 0x1000, 1), "");
-    EXPECT_EQ(c.on("R2/P1D").recurring(0x0100 | 0x1000, 2),
+    EXPECT_EQ(c.on("R2/P1D").recurring(0x0100 | 0x1000, 2), "");
+    EXPECT_EQ(c.on("R123/P1D").recurring(0x0100 | 0x1000, 2),
               "the recurring interval has an incorrect number of recurrence digits");
     EXPECT_EQ(c.on("R2/P1D").recurring(0x0100 | 0x1000, 0),
               "the recurring interval shall not contain recurrence digits because the \"Recurrence\" property "
