@@ -31,9 +31,13 @@ const KivNamespaceEntry* currentEntries(const KivPrivate* state, const KivXmlNam
                                    : tables->entries;
 }
 
+// The entry of a namespace that takes the application's prefixes; -1 for an
+// unknown namespace or one that takes none. Reading a prefix finds entries
+// the same way, so a namespace that takes none is unknown there too.
 int32_t findEntry(const KivNamespaceEntry* entries, int32_t count, const char* uri) {
     for (int32_t i = 0; i < count; ++i)
-        if (entries[i].uri && std::strcmp(entries[i].uri, uri) == 0) return i;
+        if (entries[i].uri && std::strcmp(entries[i].uri, uri) == 0)
+            return (entries[i].flags & KIV_NAMESPACE_FIXED) ? -1 : i;
     return -1;
 }
 
@@ -111,7 +115,7 @@ int32_t kivSetNamespacePrefix(KivGlobal* world, const char* uri, const char* pre
     }
     auto* entries = static_cast<KivNamespaceEntry*>(state->namespaceEntries);
     const int32_t found = findEntry(entries, tables->count, uri);
-    if (found < 0 || (entries[found].flags & KIV_NAMESPACE_FIXED)) return kUnknownNamespace;
+    if (found < 0) return kUnknownNamespace;
     KivNamespaceEntry& entry = entries[found];
 
     if (!prefix) {

@@ -70,6 +70,7 @@ TEST_F(NamespacePrefixes, PrefixRules) {
     EXPECT_STREQ(get("urn:a"), "a2");
     const char* prefix = nullptr;
     EXPECT_EQ(kivGetNamespacePrefix(w.get(), "urn:nowhere", &prefix), 112);
+    EXPECT_EQ(kivGetNamespacePrefix(w.get(), "urn:fixed", &prefix), 112);
 }
 
 TEST_F(NamespacePrefixes, DefaultNamespace) {
