@@ -46,28 +46,38 @@ int32_t findHashed(const KivHashedNames* names, std::string_view name) {
     return -1;
 }
 
-int32_t findName(const KivLookupTable* table, std::string_view name) {
+// Answers the index of the entry that matches (-1 when none) and stores its
+// value.
+int32_t findName(const KivLookupTable* table, std::string_view name, int32_t* value) {
+    int32_t i = -1;
     switch (table->form) {
-        case KIV_LOOKUP_SINGLE:
-            return matches(static_cast<const KivNameEntry*>(table->data)->text, name) ? 0 : -1;
-        case KIV_LOOKUP_SORTED:
-            return findSorted(static_cast<const KivSortedNames*>(table->data), name);
-        default:
-            return findHashed(static_cast<const KivHashedNames*>(table->data), name);
+        case KIV_LOOKUP_SINGLE: {
+            auto* entry = static_cast<const KivNameEntry*>(table->data);
+            if (matches(entry->text, name)) {
+                *value = entry->value;
+                i = 0;
+            }
+            break;
+        }
+        case KIV_LOOKUP_SORTED: {
+            auto* names = static_cast<const KivSortedNames*>(table->data);
+            i = findSorted(names, name);
+            if (i >= 0) *value = names->entries[i].value;
+            break;
+        }
+        default: {
+            auto* names = static_cast<const KivHashedNames*>(table->data);
+            i = findHashed(names, name);
+            if (i >= 0) *value = names->entries[i].value;
+        }
     }
+    return i;
 }
 
 int32_t lookUp(const KivLookupTable* table, std::string_view name) {
-    const int32_t i = findName(table, name);
-    if (i < 0) return kNotFound;
-    switch (table->form) {
-        case KIV_LOOKUP_SINGLE:
-            return static_cast<const KivNameEntry*>(table->data)->value;
-        case KIV_LOOKUP_SORTED:
-            return static_cast<const KivSortedNames*>(table->data)->entries[i].value;
-        default:
-            return static_cast<const KivHashedNames*>(table->data)->entries[i].value;
-    }
+    int32_t value = kNotFound;
+    findName(table, name, &value);
+    return value;
 }
 
 bool sameNamespace(const char* entry, const char* given, size_t givenLength) {
@@ -97,7 +107,8 @@ int32_t resolve(const KivNameRecord* record, const char* ns, std::string_view na
         return lookUp(static_cast<const KivLookupTable*>(record->table), name);
     }
     auto* qualified = static_cast<const KivQualifiedLookupTable*>(record->table);
-    const int32_t i = findName(&qualified->names, name);
+    int32_t ownValue;  // the parallel entry's value is the one that counts
+    const int32_t i = findName(&qualified->names, name, &ownValue);
     if (i < 0 || qualified->namespaces[i].text != ns) return kNotFound;
     return qualified->namespaces[i].value;
 }
