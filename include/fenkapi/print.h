@@ -40,7 +40,9 @@ KIV_STATIC_ASSERT(offsetof(KivDecimalReal, flags) == 28, "flags");
 /* 0 success; 1 empty or blank; 2 an exponent marker but no digit; 3 nothing
  * after the marker; 4 not a number or characters left; 5 exponent too big. */
 typedef int32_t KivParseDecimalRealFn(const char* text, KivDecimalReal* record);
-/* The buffer must hold the whole text (see KivDecimalReal); no result. */
+/* The buffer must hold the sign, every digit of the run, the zeros that the
+ * positional layout adds, the mark and "E" with up to eleven characters of
+ * exponent. No result. */
 typedef void KivDecimalRealTextFn(const KivDecimalReal* record, char* buffer);
 /* 0 equal, 2 a below b, 3 a above b, 4 not comparable. */
 typedef int32_t KivCompareDecimalRealsFn(KivGlobal* world, const char* a, const char* b);
