@@ -8,6 +8,154 @@
 extern "C" {
 #endif
 
+/* Constraint checks and name lookup: ENUMERATED membership and permitted
+ * alphabets (both raise on failure), bit and text trimming, the two leading
+ * base-128 numbers of an octet string, the lookup of a number by XML name,
+ * and two routines that only refuse. */
+enum {
+    kivSlotSignificantBits = 100,
+    kivSlotTrimTrailingBlanks = 101,
+    kivSlotFindEnumerated = 113,
+    kivSlotFindEnumeratedToo = 114,
+    kivSlotCheckAlphabet8 = 179,
+    kivSlotCheckAlphabet16 = 180,
+    kivSlotCheckAlphabet32 = 181,
+    kivSlotRefuseFour = 298,
+    kivSlotRefuseThree = 299,
+    kivSlotLookupNameNumber = 300,
+    kivSlotReadTwoNumbers = 341
+};
+
+typedef struct KivEnumeratedList {
+    int32_t count;
+    const uint32_t* values;
+} KivEnumeratedList;
+
+/* size is the number of characters, or KIV_ALPHABET_VALUE_SET when the
+ * alphabet is the value set valueSet. The index table maps each code from
+ * lowest on (8-bit strings: each code itself) to the character's index, 255
+ * for a character outside the alphabet; it covers 256 codes. */
+#define KIV_ALPHABET_VALUE_SET 0xFFFFFFFFu
+typedef struct KivPermittedAlphabet {
+    uint32_t size;
+    const uint32_t* valueSet;
+    const uint8_t* indexTable;
+    uint32_t lowest;
+} KivPermittedAlphabet;
+
+/* Name tables for XML names (rootNames of KivXmlNameTables). A name record
+ * resolves a name, within a namespace, to a number. */
+#define KIV_NAMES_BY_NAMESPACE 0x1u /* table is a KivNamespaceNames */
+#define KIV_NAMES_ONE_NAMESPACE 0x2u /* table is a KivLookupTable for namespaceName */
+/* neither flag: table is a KivQualifiedLookupTable */
+struct KivNameRecord {
+    uint32_t flags;
+    const void* table;
+    const char* namespaceName;
+    int16_t notFound;
+    int16_t emptyName;
+};
+
+/* forms of KivLookupTable */
+#define KIV_LOOKUP_SINGLE 0u /* data: one KivNameEntry */
+#define KIV_LOOKUP_SORTED 1u /* data: KivSortedNames */
+#define KIV_LOOKUP_HASHED 2u /* data: KivHashedNames */
+typedef struct KivLookupTable {
+    uint16_t form;
+    const void* data;
+} KivLookupTable;
+
+/* A name (null for the empty name) and its value; also the namespace and
+ * value of each entry of a qualified table's parallel array. */
+typedef struct KivNameEntry {
+    const char* text;
+    int16_t value;
+} KivNameEntry;
+
+typedef struct KivSortedNames {
+    uint16_t count;
+    const KivNameEntry* entries; /* ascending byte order of the names */
+} KivSortedNames;
+
+#define KIV_HASH_CHAIN_END 0xFFFFu
+typedef struct KivHashedName {
+    const char* text;
+    uint16_t next; /* KIV_HASH_CHAIN_END ends a chain */
+    uint16_t value;
+} KivHashedName;
+
+typedef struct KivHashedNames {
+    const KivHashedName* entries; /* 0 .. bucketCount - 1 are chain heads */
+    uint32_t seed;
+    uint16_t bucketCount;
+} KivHashedNames;
+
+/* kind 0: value is the number; kind 1: value is the index of the lookup
+ * table (0xFFFF: none) */
+typedef struct KivNamespaceChoice {
+    const char* namespaceName;
+    uint16_t kind;
+    uint16_t value;
+} KivNamespaceChoice;
+
+typedef struct KivNamespaceNames {
+    int32_t count;
+    const KivNamespaceChoice* entries;
+    const KivLookupTable* tables;
+} KivNamespaceNames;
+
+/* A lookup table whose entry i belongs to the namespace of namespaces[i]. */
+typedef struct KivQualifiedLookupTable {
+    KivLookupTable names;
+    const KivNameEntry* namespaces;
+} KivQualifiedLookupTable;
+
+KIV_STATIC_ASSERT(sizeof(KivEnumeratedList) == 16, "KivEnumeratedList");
+KIV_STATIC_ASSERT(sizeof(KivPermittedAlphabet) == 32, "KivPermittedAlphabet");
+KIV_STATIC_ASSERT(offsetof(KivPermittedAlphabet, lowest) == 24, "lowest");
+KIV_STATIC_ASSERT(sizeof(KivNameRecord) == 32, "KivNameRecord");
+KIV_STATIC_ASSERT(offsetof(KivNameRecord, notFound) == 24, "notFound");
+KIV_STATIC_ASSERT(sizeof(KivLookupTable) == 16, "lookup tables are 16 bytes");
+KIV_STATIC_ASSERT(sizeof(KivNameEntry) == 16, "KivNameEntry");
+KIV_STATIC_ASSERT(sizeof(KivHashedName) == 16, "KivHashedName");
+KIV_STATIC_ASSERT(offsetof(KivHashedNames, bucketCount) == 12, "bucketCount");
+KIV_STATIC_ASSERT(sizeof(KivNamespaceChoice) == 16, "KivNamespaceChoice");
+KIV_STATIC_ASSERT(sizeof(KivNamespaceNames) == 24, "KivNamespaceNames");
+KIV_STATIC_ASSERT(offsetof(KivQualifiedLookupTable, namespaces) == 16, "third word");
+
+typedef const uint32_t* KivFindEnumeratedFn(KivGlobal* world, uint32_t value,
+                                            const KivEnumeratedList* list);
+typedef void KivCheckAlphabet8Fn(KivGlobal* world, const uint8_t* chars, uint32_t count,
+                                 const KivPermittedAlphabet* alphabet);
+typedef void KivCheckAlphabet16Fn(KivGlobal* world, const uint16_t* chars, uint32_t count,
+                                  const KivPermittedAlphabet* alphabet);
+typedef void KivCheckAlphabet32Fn(KivGlobal* world, const uint32_t* chars, uint32_t count,
+                                  const KivPermittedAlphabet* alphabet);
+typedef uint32_t KivSignificantBitsFn(const uint8_t* bits, uint32_t bitCount);
+typedef int32_t KivTrimTrailingBlanksFn(const char* text, int32_t length);
+/* 0; 5 a number does not end within five octets; 6 a null argument or no data. */
+typedef int32_t KivReadTwoNumbersFn(KivGlobal* world, KivBuffer* data, uint32_t* first,
+                                    uint32_t* second);
+/* 0; 5 not found (number below 1); 6 a null argument, no tables or an empty name. */
+typedef int32_t KivLookupNameNumberFn(KivGlobal* world, const char* namespaceName,
+                                      const char* name, uint32_t* number);
+typedef int32_t KivRefuseFourFn(const void* a, const void* b, const void* c, int32_t d);
+typedef int32_t KivRefuseThreeFn(const void* a, const void* b, const void* c, uint8_t d);
+
+#if KIV_CALL_HELPERS
+static inline const uint32_t* kivFindEnumerated(KivGlobal* w, uint32_t value, const KivEnumeratedList* list) { return KIV_SLOT(KivFindEnumeratedFn, kivSlotFindEnumerated)(w, value, list); }
+static inline const uint32_t* kivFindEnumeratedToo(KivGlobal* w, uint32_t value, const KivEnumeratedList* list) { return KIV_SLOT(KivFindEnumeratedFn, kivSlotFindEnumeratedToo)(w, value, list); }
+static inline void kivCheckAlphabet8(KivGlobal* w, const uint8_t* chars, uint32_t count, const KivPermittedAlphabet* alphabet) { KIV_SLOT(KivCheckAlphabet8Fn, kivSlotCheckAlphabet8)(w, chars, count, alphabet); }
+static inline void kivCheckAlphabet16(KivGlobal* w, const uint16_t* chars, uint32_t count, const KivPermittedAlphabet* alphabet) { KIV_SLOT(KivCheckAlphabet16Fn, kivSlotCheckAlphabet16)(w, chars, count, alphabet); }
+static inline void kivCheckAlphabet32(KivGlobal* w, const uint32_t* chars, uint32_t count, const KivPermittedAlphabet* alphabet) { KIV_SLOT(KivCheckAlphabet32Fn, kivSlotCheckAlphabet32)(w, chars, count, alphabet); }
+static inline uint32_t kivSignificantBits(const uint8_t* bits, uint32_t bitCount) { return KIV_SLOT(KivSignificantBitsFn, kivSlotSignificantBits)(bits, bitCount); }
+static inline int32_t kivTrimTrailingBlanks(const char* text, int32_t length) { return KIV_SLOT(KivTrimTrailingBlanksFn, kivSlotTrimTrailingBlanks)(text, length); }
+static inline int32_t kivReadTwoNumbers(KivGlobal* w, KivBuffer* data, uint32_t* first, uint32_t* second) { return KIV_SLOT(KivReadTwoNumbersFn, kivSlotReadTwoNumbers)(w, data, first, second); }
+static inline int32_t kivLookupNameNumber(KivGlobal* w, const char* namespaceName, const char* name, uint32_t* number) { return KIV_SLOT(KivLookupNameNumberFn, kivSlotLookupNameNumber)(w, namespaceName, name, number); }
+static inline int32_t kivRefuseFour(const void* a, const void* b, const void* c, int32_t d) { return KIV_SLOT(KivRefuseFourFn, kivSlotRefuseFour)(a, b, c, d); }
+static inline int32_t kivRefuseThree(const void* a, const void* b, const void* c, uint8_t d) { return KIV_SLOT(KivRefuseThreeFn, kivSlotRefuseThree)(a, b, c, d); }
+#endif
+
 #ifdef __cplusplus
 }
 #endif

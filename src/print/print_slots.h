@@ -9,6 +9,15 @@
 extern "C" {
 #endif
 
+/* Decimal REAL text, value sets and XML namespace prefixes */
+KivParseDecimalRealFn kivParseDecimalReal;
+KivDecimalRealTextFn kivDecimalRealText;
+KivCompareDecimalRealsFn kivCompareDecimalReals;
+KivValueInSetFn kivValueInSet;
+KivSetNamespacePrefixFn kivSetNamespacePrefix;
+KivGetNamespacePrefixFn kivGetNamespacePrefix;
+KivGetListItemFn kivGetListItem;
+
 #ifdef __cplusplus
 }
 #endif

@@ -9,6 +9,19 @@
 extern "C" {
 #endif
 
+/* Constraint checks and name lookup */
+KivFindEnumeratedFn kivFindEnumerated;
+KivFindEnumeratedFn kivFindEnumeratedToo;
+KivCheckAlphabet8Fn kivCheckAlphabet8;
+KivCheckAlphabet16Fn kivCheckAlphabet16;
+KivCheckAlphabet32Fn kivCheckAlphabet32;
+KivSignificantBitsFn kivSignificantBits;
+KivTrimTrailingBlanksFn kivTrimTrailingBlanks;
+KivReadTwoNumbersFn kivReadTwoNumbers;
+KivLookupNameNumberFn kivLookupNameNumber;
+KivRefuseFourFn kivRefuseFour;
+KivRefuseThreeFn kivRefuseThree;
+
 #ifdef __cplusplus
 }
 #endif
