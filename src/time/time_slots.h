@@ -9,6 +9,9 @@
 extern "C" {
 #endif
 
+/* UTCTime and GeneralizedTime check (raises) */
+KivCheckGeneralizedOrUTCTimeFn kivCheckGeneralizedOrUTCTime;
+
 #ifdef __cplusplus
 }
 #endif

@@ -9,6 +9,26 @@
 extern "C" {
 #endif
 
+/* GeneralizedTime and UTCTime conversions */
+KivParseGeneralizedTimeFn kivParseGeneralizedTime;
+KivParseUtcTimeFn kivParseUtcTime;
+KivFormatGeneralizedTimeFn kivFormatGeneralizedTime;
+KivFormatUtcTimeFn kivFormatUtcTime;
+KivGeneralizedTimeFieldsFn kivGeneralizedTimeFields;
+KivUtcTimeFieldsFn kivUtcTimeFields;
+KivTimeTextToStructFn kivGeneralizedTimeToStruct;
+KivTimeTextToStructFn kivUtcTimeToStruct;
+KivNewTimeStructFn kivNewGeneralizedTimeStruct;
+KivNewTimeStructFn kivNewUtcTimeStruct;
+KivSecondsToTimeTextFn kivSecondsToGeneralizedTimeText;
+KivSecondsToTimeStructFn kivSecondsToGeneralizedTimeStruct;
+KivSecondsToTimeTextFn kivSecondsToUtcTimeText;
+KivSecondsToTimeStructFn kivSecondsToUtcTimeStruct;
+KivTimeTextToSecondsFn kivGeneralizedTimeTextToSeconds;
+KivTimeStructToSecondsFn kivGeneralizedTimeStructToSeconds;
+KivTimeTextToSecondsFn kivUtcTimeTextToSeconds;
+KivTimeStructToSecondsFn kivUtcTimeStructToSeconds;
+
 #ifdef __cplusplus
 }
 #endif

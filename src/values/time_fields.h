@@ -1,0 +1,59 @@
+// The pieces that the UTCTime and GeneralizedTime conversions share: digit
+// reading and writing, the parsed-field record, the parsers and formatters
+// with the strictness passed in, and the calendar arithmetic.
+#ifndef FENK_VALUES_TIME_FIELDS_H
+#define FENK_VALUES_TIME_FIELDS_H
+
+#include <cstdint>
+
+#include "fenkapi.h"
+
+namespace fenk {
+
+// Return codes of the time conversions.
+constexpr int32_t kTimeOk = 0;
+constexpr int32_t kTimeNullArgument = 6;
+constexpr int32_t kTimeNoMemory = 8;
+constexpr int32_t kTimeOutOfRange = 12;
+
+constexpr int32_t kRulesBer = 0;
+
+// DER and CER demand the canonical forms.
+inline bool canonicalRules(int32_t rules) { return rules == 3 || rules == 7; }
+
+// Zone values of the text routines: 0 local time, 1 'Z', else minutes.
+constexpr int32_t kZoneLocal = 0;
+constexpr int32_t kZoneUtc = 1;
+
+inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+// Reads exactly n digits; on failure the position is left where it was.
+inline bool readDigits(const char*& at, int n, uint32_t& value) {
+    uint32_t v = 0;
+    for (int i = 0; i < n; ++i) {
+        if (!isDigit(at[i])) return false;
+        v = v * 10 + static_cast<uint32_t>(at[i] - '0');
+    }
+    at += n;
+    value = v;
+    return true;
+}
+
+// A UTCTime or GeneralizedTime as its separate fields.
+struct ClassicTime {
+    uint32_t year, month, day, hour, minute, second;
+    uint32_t fractionValue;
+    uint16_t fractionDigits;
+    int32_t zone;
+};
+
+// Parsers and formatters of the text forms; canonical says whether the DER
+// and CER demands apply. Results are return codes (0 or 12).
+int32_t parseGeneralizedTime(const char* text, bool canonical, ClassicTime& time);
+int32_t parseUtcTime(const char* text, bool canonical, ClassicTime& time);
+int32_t formatGeneralizedTime(int32_t rules, const ClassicTime& time, char* out);
+int32_t formatUtcTime(int32_t rules, const ClassicTime& time, char* out);
+
+}  // namespace fenk
+
+#endif
