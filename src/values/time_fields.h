@@ -47,6 +47,51 @@ struct ClassicTime {
     int32_t zone;
 };
 
+// Year (yearDigits digits), month, day, hour and minute (two digits each),
+// all required. The seconds that may follow are the caller's business.
+inline bool readDateAndMinute(const char*& at, int yearDigits, ClassicTime& time) {
+    return readDigits(at, yearDigits, time.year) && readDigits(at, 2, time.month) &&
+           readDigits(at, 2, time.day) && readDigits(at, 2, time.hour) &&
+           readDigits(at, 2, time.minute);
+}
+
+// An offset at its sign: two digits of hours, then two of minutes unless
+// the text ends after the hours. What follows the minutes is not looked at.
+inline bool readOffset(const char* at, bool checkRanges, int32_t& zone) {
+    const bool west = *at++ == '-';
+    uint32_t hours = 0, minutes = 0;
+    if (!readDigits(at, 2, hours)) return false;
+    if (*at != '\0' && !readDigits(at, 2, minutes)) return false;
+    if (checkRanges && (hours > 23 || minutes > 59)) return false;
+    const int32_t magnitude = static_cast<int32_t>(hours * 60 + minutes);
+    zone = west ? -magnitude : magnitude;
+    return true;
+}
+
+// The digits of a fraction after its decimal sign. Leading zeros only count;
+// then at most 9 significant digits make the value, and further digits are
+// passed over.
+struct FractionDigits {
+    uint32_t leading;
+    uint32_t significant;
+    uint32_t value;
+    char last;  // the fraction's last digit, NUL when there is none
+};
+
+inline FractionDigits readFractionDigits(const char*& at) {
+    const char* const start = at;
+    FractionDigits f{0, 0, 0, '\0'};
+    while (*at == '0') ++at;
+    f.leading = static_cast<uint32_t>(at - start);
+    while (f.significant < 9 && isDigit(*at)) {
+        f.value = f.value * 10 + static_cast<uint32_t>(*at++ - '0');
+        ++f.significant;
+    }
+    while (isDigit(*at)) ++at;
+    if (at != start) f.last = at[-1];
+    return f;
+}
+
 // Parsers and formatters of the text forms; canonical says whether the DER
 // and CER demands apply. Results are return codes (0 or 12).
 int32_t parseGeneralizedTime(const char* text, bool canonical, ClassicTime& time);

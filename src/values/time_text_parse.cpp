@@ -7,33 +7,16 @@
 namespace fenk {
 namespace {
 
-// Year (yearDigits), month, day, hour and minute are required; the seconds
-// may be left out except in canonical form. The day is not checked against
-// the month here.
+// The seconds may be left out except in canonical form. The day is not
+// checked against the month here.
 bool readDateAndTime(const char*& at, int yearDigits, bool canonical, ClassicTime& time) {
-    if (!readDigits(at, yearDigits, time.year) || !readDigits(at, 2, time.month) ||
-        !readDigits(at, 2, time.day) || !readDigits(at, 2, time.hour) ||
-        !readDigits(at, 2, time.minute))
-        return false;
+    if (!readDateAndMinute(at, yearDigits, time)) return false;
     if (!readDigits(at, 2, time.second)) {
         if (canonical) return false;
         time.second = 0;
     }
     return time.month >= 1 && time.month <= 12 && time.day >= 1 && time.day <= 31 &&
            time.hour <= 23 && time.minute <= 59 && time.second <= 59;
-}
-
-// An offset at its sign: two digits of hours, then two of minutes unless
-// the text ends after the hours. What follows the minutes is not looked at.
-bool readOffset(const char* at, bool checkRanges, int32_t& zone) {
-    const bool west = *at++ == '-';
-    uint32_t hours = 0, minutes = 0;
-    if (!readDigits(at, 2, hours)) return false;
-    if (*at != '\0' && !readDigits(at, 2, minutes)) return false;
-    if (checkRanges && (hours > 23 || minutes > 59)) return false;
-    const int32_t magnitude = static_cast<int32_t>(hours * 60 + minutes);
-    zone = west ? -magnitude : magnitude;
-    return true;
 }
 
 // A 'Z' or 'z' stands only at the very end.
@@ -43,25 +26,13 @@ bool readUtcMark(const char* at, int32_t& zone) {
     return true;
 }
 
-// The fraction after its decimal sign. Leading zeros only count as digits;
-// then at most 9 significant digits make the value, and further digits are
-// passed over. Canonical form wants no trailing zero, which also refuses a
-// fraction of zeros only.
+// At least one digit; canonical form wants no trailing zero, which also
+// refuses a fraction of zeros only.
 bool readFraction(const char*& at, bool canonical, ClassicTime& time) {
-    const char* const start = at;
-    while (*at == '0') ++at;
-    const auto leading = static_cast<uint32_t>(at - start);
-    uint32_t value = 0;
-    uint32_t significant = 0;
-    while (significant < 9 && isDigit(*at)) {
-        value = value * 10 + static_cast<uint32_t>(*at++ - '0');
-        ++significant;
-    }
-    while (isDigit(*at)) ++at;
-    if (at == start) return false;
-    if (canonical && at[-1] == '0') return false;
-    time.fractionValue = value;
-    time.fractionDigits = static_cast<uint16_t>(leading + significant);
+    const FractionDigits f = readFractionDigits(at);
+    if (f.last == '\0' || (canonical && f.last == '0')) return false;
+    time.fractionValue = f.value;
+    time.fractionDigits = static_cast<uint16_t>(f.leading + f.significant);
     return true;
 }
 
