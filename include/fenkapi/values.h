@@ -8,8 +8,10 @@
 extern "C" {
 #endif
 
-/* KivTimeStruct: a UTCTime or GeneralizedTime value as numeric fields. For
- * UTCTime the year holds the two-digit value 0..99. */
+/* KivTimeStruct: the C structure of UTCTime and GeneralizedTime values (18
+ * bytes). For UTCTime, year holds the two-digit value. zoneOffset is the
+ * offset from UTC in minutes (local time = UTC + zoneOffset); isUtc is 1 for
+ * a time in UTC ('Z'). */
 typedef struct KivTimeStruct {
     uint16_t year;
     uint16_t month;
@@ -18,12 +20,15 @@ typedef struct KivTimeStruct {
     uint16_t minute;
     uint16_t second;
     uint16_t milliseconds;
-    int16_t zoneOffset; /* minutes; local time = UTC + zoneOffset */
-    uint8_t isUtc;      /* 1 for 'Z' */
+    int16_t zoneOffset;
+    uint8_t isUtc;
 } KivTimeStruct;
+
 KIV_STATIC_ASSERT(sizeof(KivTimeStruct) == 18, "KivTimeStruct is 18 bytes");
+KIV_STATIC_ASSERT(offsetof(KivTimeStruct, milliseconds) == 12, "milliseconds");
 KIV_STATIC_ASSERT(offsetof(KivTimeStruct, zoneOffset) == 14, "zoneOffset");
 KIV_STATIC_ASSERT(offsetof(KivTimeStruct, isUtc) == 16, "isUtc");
+/* end of KivTimeStruct */
 
 /* GeneralizedTime and UTCTime conversions among text, separate fields,
  * KivTimeStruct and seconds since 1970-01-01T00:00:00Z. Under DER and CER
