@@ -1,6 +1,7 @@
-// The pieces that the UTCTime and GeneralizedTime conversions share: digit
-// reading and writing, the parsed-field record, the parsers and formatters
-// with the strictness passed in, and the calendar arithmetic.
+// The pieces that the UTCTime and GeneralizedTime conversions and the
+// raising check share: the digit, offset and fraction readers, the
+// parsed-field record, and the parsers and formatters with the strictness
+// passed in.
 #ifndef FENK_VALUES_TIME_FIELDS_H
 #define FENK_VALUES_TIME_FIELDS_H
 
