@@ -77,13 +77,15 @@ int32_t fieldsFromSeconds(int32_t seconds, int32_t offset, CalendarTime& time) {
     return kTimeOk;
 }
 
-// UTCTime holds the years 1950 to 2049.
+// UTCTime holds the years 1950 to 2049. Every non-negative 32-bit count falls
+// inside (1969 to 2038 with the offsets); the check keeps the rule explicit.
 bool inUtcWindow(int64_t year) { return year >= 1950 && year <= 2049; }
 
 using Formatter = int32_t(int32_t, const ClassicTime&, char*);
 
 // The text goes into the caller's buffer, or into 20 bytes allocated through
-// the table that become the caller's; they go back if formatting fails.
+// the table that become the caller's; they go back if formatting fails
+// (which fields made from a count cannot make it do today).
 int32_t writeText(KivGlobal* world, const ClassicTime& time, Formatter* format, char** text) {
     const bool obtained = *text == nullptr;
     if (obtained) {
