@@ -151,6 +151,18 @@ static inline int32_t kivCheckDateAndTime(const KivTimeValue* v, const char** t)
 static inline int32_t kivCheckRecurrenceDigits(const KivTimeValue* v, uint16_t lo, uint16_t hi, const char** t) { return KIV_SLOT(KivCheckRecurrenceDigitsFn, kivSlotCheckRecurrenceDigits)(v, lo, hi, t); }
 #endif
 
+/* UTCTime and GeneralizedTime check: kind non-zero means UTCTime, 0
+ * GeneralizedTime. A text that passes returns; any fault is raised (message
+ * 9, 73 or 74 to 78) and unwinds to the caller's guarded entry. Under DER
+ * and CER, bit 0x8000 of levelMask lets a lowercase 'z' stand for 'Z'. */
+enum { kivSlotCheckGeneralizedOrUTCTime = 234 };
+
+typedef void KivCheckGeneralizedOrUTCTimeFn(KivGlobal* world, const char* text, uint16_t kind);
+
+#if KIV_CALL_HELPERS
+static inline void kivCheckGeneralizedOrUTCTime(KivGlobal* w, const char* t, uint16_t kind) { KIV_SLOT(KivCheckGeneralizedOrUTCTimeFn, kivSlotCheckGeneralizedOrUTCTime)(w, t, kind); }
+#endif
+
 #ifdef __cplusplus
 }
 #endif

@@ -23,6 +23,9 @@ KivCheckTimeOfDayOnlyFn kivCheckTimeOfDayOnly;
 KivCheckDateAndTimeFn kivCheckDateAndTime;
 KivCheckRecurrenceDigitsFn kivCheckRecurrenceDigits;
 
+/* UTCTime and GeneralizedTime check (raises) */
+KivCheckGeneralizedOrUTCTimeFn kivCheckGeneralizedOrUTCTime;
+
 #ifdef __cplusplus
 }
 #endif

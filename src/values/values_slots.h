@@ -22,6 +22,26 @@ KivLookupNameNumberFn kivLookupNameNumber;
 KivRefuseFourFn kivRefuseFour;
 KivRefuseThreeFn kivRefuseThree;
 
+/* GeneralizedTime and UTCTime conversions */
+KivParseGeneralizedTimeFn kivParseGeneralizedTime;
+KivParseUtcTimeFn kivParseUtcTime;
+KivFormatGeneralizedTimeFn kivFormatGeneralizedTime;
+KivFormatUtcTimeFn kivFormatUtcTime;
+KivGeneralizedTimeFieldsFn kivGeneralizedTimeFields;
+KivUtcTimeFieldsFn kivUtcTimeFields;
+KivTimeTextToStructFn kivGeneralizedTimeToStruct;
+KivTimeTextToStructFn kivUtcTimeToStruct;
+KivNewTimeStructFn kivNewGeneralizedTimeStruct;
+KivNewTimeStructFn kivNewUtcTimeStruct;
+KivSecondsToTimeTextFn kivSecondsToGeneralizedTimeText;
+KivSecondsToTimeStructFn kivSecondsToGeneralizedTimeStruct;
+KivSecondsToTimeTextFn kivSecondsToUtcTimeText;
+KivSecondsToTimeStructFn kivSecondsToUtcTimeStruct;
+KivTimeTextToSecondsFn kivGeneralizedTimeTextToSeconds;
+KivTimeStructToSecondsFn kivGeneralizedTimeStructToSeconds;
+KivTimeTextToSecondsFn kivUtcTimeTextToSeconds;
+KivTimeStructToSecondsFn kivUtcTimeStructToSeconds;
+
 #ifdef __cplusplus
 }
 #endif
