@@ -120,12 +120,8 @@ bool parseDecimalReal(const char* text, DecimalParts& parts) {
         exponent[exponentText.size()] = '\0';
         parts.exponent = std::strtod(exponent, nullptr);
     }
-    if (fractionDigits != movedZeros)
-        parts.exponent -= static_cast<double>(fractionDigits) - static_cast<double>(movedZeros);
-    // Checked whether or not the exponent was adjusted: an exponent text
-    // with a second marker in it (1E1e300) can stand for a number far longer
-    // than itself, and the checked bound is what keeps the text within its
-    // 112 bytes.
+    if (fractionDigits == movedZeros) return true;
+    parts.exponent -= static_cast<double>(fractionDigits) - static_cast<double>(movedZeros);
     int exponentLength = std::snprintf(nullptr, 0, "%.0f", parts.exponent);
     return static_cast<size_t>(exponentLength) + length < kPartsLimit;
 }
@@ -145,12 +141,17 @@ char* kivDecimalRealToText(KivGlobal* world, const char* text) {
             return result;
         }
     }
+    // The checks above keep ordinary texts within the 112 bytes; an exponent
+    // text with a second marker in it (1E1e300) can still stand for a number
+    // far longer than itself, and is refused like any text too long.
     DecimalParts parts;
-    if (!parseDecimalReal(text, parts))
-        out.put("%s", kLimitExceeded);
-    else if (world->privateState->levelMask & kBracedBase10)
-        out.put("{mantissa %.0f, base 10, exponent %.0f}", parts.mantissa, parts.exponent);
+    bool braced = (world->privateState->levelMask & kBracedBase10) != 0;
+    const char* format = braced ? "{mantissa %.0f, base 10, exponent %.0f}" : "%.0fE%.0f";
+    if (parseDecimalReal(text, parts) &&
+        static_cast<uint64_t>(std::snprintf(nullptr, 0, format, parts.mantissa, parts.exponent)) <
+            kDecimalRealTextSize)
+        out.put(format, parts.mantissa, parts.exponent);
     else
-        out.put("%.0fE%.0f", parts.mantissa, parts.exponent);
+        out.put("%s", kLimitExceeded);
     return result;
 }
