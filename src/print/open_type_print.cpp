@@ -1,5 +1,6 @@
 // Open-type values: the decoded value through the control table's print
 // routine (slot 22, nested), else the encoding as an octet string.
+#include "diag/diag_slots.h"
 #include "print/print_sink.h"
 #include "print/print_slots.h"
 
@@ -9,7 +10,7 @@ void kivPrintOpenType(KivGlobal* world, const KivOpenType* value) {
         // print, without an error frame of its own; printNesting says so too.
         uint32_t nesting = world->printNesting;
         world->printNesting = nesting | 1u;
-        int32_t result = KIV_SLOT(KivDisplayPduFn, kivSlotDisplayPdu)(world, -value->pduNum, value->decoded);
+        int32_t result = kivDisplayPdu(world, -value->pduNum, value->decoded);
         world->printNesting = nesting;
         if (result != 0) kivCompanionPrint(world, "<error>");
     } else if (value->encoded) {
