@@ -8,6 +8,7 @@
 
 #include "print/print_sink.h"
 #include "print/print_slots.h"
+#include "print/real_class.h"
 
 namespace {
 
@@ -44,17 +45,6 @@ struct MantissaArea {
     }
 };
 
-struct SpecialText {
-    const char* held;
-    const char* printed;
-};
-
-constexpr SpecialText kSpecials[] = {
-    {"PLUS_INFINITY", "PLUS-INFINITY"}, {"MINUS_INFINITY", "MINUS-INFINITY"},
-    {"NOT_A_NUMBER", "NOT-A-NUMBER"},   {"0", "0"},
-    {"-0", "-0"},
-};
-
 }  // namespace
 
 void kivPrintDecimalReal(KivGlobal* world, const char* text) {
@@ -62,11 +52,9 @@ void kivPrintDecimalReal(KivGlobal* world, const char* text) {
         kivCompanionPrint(world, "NULL");
         return;
     }
-    for (const SpecialText& special : kSpecials) {
-        if (std::strcmp(text, special.held) == 0) {
-            kivCompanionPrint(world, "%s", special.printed);
-            return;
-        }
+    if (const char* word = fenk::specialRealWord(text)) {
+        kivCompanionPrint(world, "%s", word);
+        return;
     }
 
     std::string_view whole(text);

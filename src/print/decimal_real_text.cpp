@@ -10,6 +10,7 @@
 
 #include "print/print_sink.h"
 #include "print/print_slots.h"
+#include "print/real_class.h"
 
 namespace {
 
@@ -19,17 +20,6 @@ constexpr uint64_t kDecimalRealTextSize = 112;
 constexpr size_t kPartsLimit = 80;
 constexpr uint32_t kBracedBase10 = 0x100;
 constexpr const char* kLimitExceeded = "<IMPLEMENTATION LIMIT EXCEEDED>";
-
-struct SpecialText {
-    const char* held;
-    const char* written;
-};
-
-constexpr SpecialText kSpecials[] = {
-    {"PLUS_INFINITY", "PLUS-INFINITY"}, {"MINUS_INFINITY", "MINUS-INFINITY"},
-    {"NOT_A_NUMBER", "NOT-A-NUMBER"},   {"0", "0"},
-    {"-0", "-0"},
-};
 
 bool isDigit(char c) {
     return (kivCompanionCharClass[static_cast<uint8_t>(c)] & KIV_CLASS_DIGIT) != 0;
@@ -135,15 +125,13 @@ char* kivDecimalRealToText(KivGlobal* world, const char* text) {
         out.put("NULL");
         return result;
     }
-    for (const SpecialText& special : kSpecials) {
-        if (std::strcmp(text, special.held) == 0) {
-            out.put("%s", special.written);
-            return result;
-        }
+    if (const char* word = fenk::specialRealWord(text)) {
+        out.put("%s", word);
+        return result;
     }
-    // The checks above keep ordinary texts within the 112 bytes; an exponent
-    // text with a second marker in it (1E1e300) can still stand for a number
-    // far longer than itself, and is refused like any text too long.
+    // The parser's own checks keep ordinary texts within the 112 bytes; an
+    // exponent text with a second marker in it (1E1e300) can still stand for
+    // a number far longer than itself, and is refused like any text too long.
     DecimalParts parts;
     bool braced = (world->privateState->levelMask & kBracedBase10) != 0;
     const char* format = braced ? "{mantissa %.0f, base 10, exponent %.0f}" : "%.0fE%.0f";

@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "print/print_slots.h"
+#include "print/real_class.h"
 
 namespace {
 
@@ -70,3 +71,13 @@ int32_t kivSetRealClass(void* value, int32_t size, int32_t code) {
         std::memcpy(value, &kDoubleBits[index], sizeof kDoubleBits[index]);
     return 1;
 }
+
+namespace fenk {
+
+const char* specialRealWord(const char* text) {
+    for (const ClassWords& words : kWords)
+        if (std::strcmp(text, words.underscores) == 0) return words.hyphens;
+    return nullptr;
+}
+
+}  // namespace fenk

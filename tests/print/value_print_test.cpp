@@ -267,15 +267,6 @@ TEST(Integers, ExtremesInThirtyTwoBytes) {
     EXPECT_EQ(w.sizes, (std::vector<uint64_t>{32, 32, 32}));
 }
 
-TEST(FreeText, ReleasesLikeAStack) {
-    PrintWorld w;
-    char* first = kivInt64ToText(w.get(), 1);
-    kivInt64ToText(w.get(), 2);
-    ASSERT_EQ(w.live(), 2u);
-    kivFreeText(w.get(), first);
-    EXPECT_EQ(w.live(), 0u);
-}
-
 TEST(ToText, NullAllocationGivesNull) {
     PrintWorld w;
     w.giveNull = true;
