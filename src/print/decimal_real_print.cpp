@@ -30,12 +30,11 @@ struct MantissaArea {
     void append(std::string_view piece) {
         if (spent) return;
         if (length + piece.size() > kBudget) {
+            // As many characters as leave room for "..." at the end.
             size_t room = kBudget - 3;
-            size_t keep = length < room ? room - length : 0;
-            std::memcpy(text + length, piece.data(), keep);
-            length = (length < room ? length + keep : room);
-            std::memcpy(text + length, "...", 3);
-            length += 3;
+            if (length < room) std::memcpy(text + length, piece.data(), room - length);
+            std::memcpy(text + room, "...", 3);
+            length = kBudget;
             spent = true;
         } else {
             std::memcpy(text + length, piece.data(), piece.size());
