@@ -43,12 +43,10 @@ struct CountSink {
     void put(const char* format, ...) __attribute__((format(printf, 2, 3)));
 };
 
-// Takes size bytes of temporary memory through the world's slot 132 (which
-// raises when memory runs out). Null only if a replaced slot 132 gives null.
-char* takeText(KivGlobal* world, uint64_t size);
-
-// A text sink over a fresh temporary text of size bytes, started empty; at is
-// null when the allocation gave null.
+// A text sink over size bytes of temporary memory, taken through the world's
+// slot 132 (which raises when memory runs out) and started empty. at is null
+// only if a replaced slot 132 gives null; every to-text service then answers
+// null.
 TextSink newText(KivGlobal* world, uint64_t size);
 
 // The low 32 bits of printLimit, as the printers use them: a signed count,

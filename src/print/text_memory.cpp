@@ -25,12 +25,9 @@ void CountSink::put(const char* format, ...) {
     if (written > 0) length += static_cast<size_t>(written);
 }
 
-char* takeText(KivGlobal* world, uint64_t size) {
-    return static_cast<char*>(KIV_TABLE_CALL(world, KivTempAllocFn, kivSlotTempAlloc)(world, size));
-}
-
 TextSink newText(KivGlobal* world, uint64_t size) {
-    char* text = takeText(world, size);
+    auto* text =
+        static_cast<char*>(KIV_TABLE_CALL(world, KivTempAllocFn, kivSlotTempAlloc)(world, size));
     if (text) *text = '\0';
     return TextSink{text, text ? text + size : nullptr};
 }
