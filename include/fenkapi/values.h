@@ -48,6 +48,7 @@ typedef struct KivPermittedAlphabet {
 #define KIV_NAMES_BY_NAMESPACE 0x1u /* table is a KivNamespaceNames */
 #define KIV_NAMES_ONE_NAMESPACE 0x2u /* table is a KivLookupTable for namespaceName */
 /* neither flag: table is a KivQualifiedLookupTable */
+typedef struct KivNameRecord KivNameRecord;
 struct KivNameRecord {
     uint32_t flags;
     const void* table;
@@ -265,6 +266,22 @@ static inline int32_t kivGeneralizedTimeStructToSeconds(KivGlobal* w, const KivT
 static inline int32_t kivUtcTimeTextToSeconds(KivGlobal* w, const char* t, uint64_t* s) { return KIV_SLOT(KivTimeTextToSecondsFn, kivSlotUtcTimeTextToSeconds)(w, t, s); }
 static inline int32_t kivUtcTimeStructToSeconds(KivGlobal* w, const KivTimeStruct* v, uint64_t* s) { return KIV_SLOT(KivTimeStructToSecondsFn, kivSlotUtcTimeStructToSeconds)(w, v, s); }
 #endif
+
+/* Open-type record: the PDU number of the decoded value (0 if none), the
+ * length of the encoding, the encoded octets and the decoded value (each may
+ * be null). A user field of 8 bytes follows when the world's settings ask
+ * for it; this record covers the common 24 bytes. */
+typedef struct KivOpenType {
+    int32_t pduNum;
+    uint32_t length;
+    uint8_t* encoded;
+    void* decoded;
+} KivOpenType;
+
+KIV_STATIC_ASSERT(sizeof(KivOpenType) == 24, "open-type record is 24 bytes");
+KIV_STATIC_ASSERT(offsetof(KivOpenType, encoded) == 8, "encoded");
+KIV_STATIC_ASSERT(offsetof(KivOpenType, decoded) == 16, "decoded");
+/* end of the open-type record */
 
 #ifdef __cplusplus
 }

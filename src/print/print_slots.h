@@ -18,6 +18,46 @@ KivSetNamespacePrefixFn kivSetNamespacePrefix;
 KivGetNamespacePrefixFn kivGetNamespacePrefix;
 KivGetListItemFn kivGetListItem;
 
+/* Value printing services */
+KivPrintBitsFn kivPrintBits;
+KivBitsToTextFn kivBitsToText;
+KivPrintBitStringFn kivPrintBitString;
+KivBitStringToTextFn kivBitStringToText;
+KivPrintBitsInIntegerFn kivPrintBitsInInteger;
+KivBitsInIntegerToTextFn kivBitsInIntegerToText;
+KivPrintHexFn kivPrintHex;
+KivHexToTextFn kivHexToText;
+KivPrintOctetStringFn kivPrintOctetString;
+KivOctetStringToTextFn kivOctetStringToText;
+KivPrintOpenTypeFn kivPrintOpenType;
+KivPrintEnumeratedFn kivPrintEnumerated;
+KivPrintNewLineFn kivPrintNewLine;
+KivPrintUTCTimeFn kivPrintUTCTime;
+KivUTCTimeToTextFn kivUTCTimeToText;
+KivPrintGeneralizedTimeFn kivPrintGeneralizedTime;
+KivGeneralizedTimeToTextFn kivGeneralizedTimeToText;
+KivInt64ToTextFn kivInt64ToText;
+KivUInt64ToTextFn kivUInt64ToText;
+KivFreeTextFn kivFreeText;
+
+/* Character string printers */
+KivPrintCharStringFn kivPrintCharString;
+KivPrintCStringFn kivPrintCString;
+KivPrintWideCharStringFn kivPrintWideCharString;
+KivWideCharStringToTextFn kivWideCharStringToText;
+KivQuoteCharsFn kivQuoteChars;
+KivQuoteCStringFn kivQuoteCString;
+
+/* REAL value text and special REAL values */
+KivPrintBinaryRealFn kivPrintBinaryReal;
+KivBinaryRealToTextFn kivBinaryRealToText;
+KivPrintDecimalRealFn kivPrintDecimalReal;
+KivDecimalRealToTextFn kivDecimalRealToText;
+KivClassifyRealFn kivClassifyReal;
+KivRealHasClassFn kivRealHasClass;
+KivRealClassWordFn kivRealClassWord;
+KivSetRealClassFn kivSetRealClass;
+
 #ifdef __cplusplus
 }
 #endif

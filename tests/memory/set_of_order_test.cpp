@@ -146,7 +146,13 @@ TEST_F(SetOfOrder, ThousandsOfComponentsAcrossChunks) {
         for (auto& octet : components[i]) octet = static_cast<uint8_t>(random() % 4);
     }
     std::vector<Bytes> sorted = components;
-    std::sort(sorted.begin(), sorted.end());
+    // Octet order, a prefix first.
+    std::sort(sorted.begin(), sorted.end(), [](const Bytes& p, const Bytes& q) {
+        size_t common = std::min(p.size(), q.size());
+        for (size_t i = 0; i < common; ++i)
+            if (p[i] != q[i]) return p[i] < q[i];
+        return p.size() < q.size();
+    });
     for (int32_t rules : {kDer, kCxer}) {
         w->encodingRules = rules;
         EXPECT_EQ(encodeWithin(components), concat(sorted)) << rules;
