@@ -1,0 +1,36 @@
+// Helpers of the time-text tests: formatting into a fresh std::string and
+// running a formatter under given encoding rules.
+#ifndef FENK_TEST_TIME_TEXT_HELPERS_H
+#define FENK_TEST_TIME_TEXT_HELPERS_H
+
+#include <string>
+
+#include "fenkapi.h"
+
+namespace fenk::test {
+
+constexpr int32_t kBer = 0;
+constexpr int32_t kDer = 3;
+constexpr int32_t kCxer = 6;
+constexpr int32_t kCer = 7;
+
+// The text a formatter allocated through the table, released again; "#rc"
+// when the formatter failed with rc.
+template <class Format>
+std::string formatted(KivGlobal* w, Format&& format) {
+    char* text = nullptr;
+    int32_t rc = format(&text);
+    if (rc != 0) return "#" + std::to_string(rc) + (text ? " with text" : "");
+    std::string s(text);
+    kivReleaseThroughTable(w, text);
+    return s;
+}
+
+inline std::string normalized(KivGlobal* w, const char* text, int32_t rules = kBer) {
+    w->encodingRules = rules;
+    return formatted(w, [&](char** out) { return kivNormalizeTimeText(w, text, out); });
+}
+
+}  // namespace fenk::test
+
+#endif
