@@ -99,30 +99,6 @@ bool durationValid(const KivDurationFields& d) {
     return !(d.flags & KIV_DF_FRACTION) || d.fractionDigits >= decimalDigits(d.fraction);
 }
 
-// Under canonical rules a zero component goes when a component of lower
-// rank is present; the least significant one always stays.
-uint32_t workingFlags(const KivDurationFields& d, bool canonical) {
-    uint32_t flags = d.flags;
-    if (!canonical) return flags;
-    struct Rule {
-        uint32_t flag;
-        uint32_t KivDurationFields::*field;
-        uint32_t lower;
-    };
-    static constexpr Rule rules[] = {
-        {KIV_DF_YEARS, &KivDurationFields::years, kComponentFlags & ~KIV_DF_YEARS},
-        {KIV_DF_MONTHS, &KivDurationFields::months,
-         KIV_DF_WEEKS | KIV_DF_DAYS | KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS},
-        {KIV_DF_DAYS, &KivDurationFields::days,
-         KIV_DF_WEEKS | KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS},
-        {KIV_DF_HOURS, &KivDurationFields::hours, KIV_DF_WEEKS | KIV_DF_MINUTES | KIV_DF_SECONDS},
-        {KIV_DF_MINUTES, &KivDurationFields::minutes, KIV_DF_WEEKS | KIV_DF_SECONDS},
-    };
-    for (const Rule& r : rules)
-        if ((flags & r.flag) && d.*r.field == 0 && (flags & r.lower)) flags &= ~r.flag;
-    return flags;
-}
-
 void putDuration(TextSink& s, const KivDurationFields& d, uint32_t flags) {
     // Each designator waits until the next number, "T" or the end, so that
     // a fraction lands between the last number and its designator.
@@ -191,7 +167,7 @@ int32_t formatStartDuration(KivGlobal* world, const KivTimeFields* start,
                             char** out) {
     if (!world || !start || !d || !out || !pointValid(*start) || !durationValid(*d))
         return kTimeTextFailure;
-    const uint32_t flags = workingFlags(*d, canonicalRules(world));
+    const uint32_t flags = canonicalRules(world) ? withoutZeroComponents(*d) : d->flags;
     return emitText(world, out, [&](TextSink& s) {
         if (recurring) putRecurrence(s, count);
         putPoint(s, *start);
@@ -204,7 +180,7 @@ int32_t formatDurationEnd(KivGlobal* world, const KivDurationFields* d, const Ki
                           int32_t count, bool recurring, char** out) {
     if (!world || !d || !end || !out || !durationValid(*d) || !pointValid(*end))
         return kTimeTextFailure;
-    const uint32_t flags = workingFlags(*d, canonicalRules(world));
+    const uint32_t flags = canonicalRules(world) ? withoutZeroComponents(*d) : d->flags;
     return emitText(world, out, [&](TextSink& s) {
         if (recurring) putRecurrence(s, count);
         putDuration(s, *d, flags);
@@ -216,7 +192,7 @@ int32_t formatDurationEnd(KivGlobal* world, const KivDurationFields* d, const Ki
 int32_t formatDuration(KivGlobal* world, const KivDurationFields* d, int32_t count,
                        bool recurring, char** out) {
     if (!world || !d || !out || !durationValid(*d)) return kTimeTextFailure;
-    const uint32_t flags = workingFlags(*d, canonicalRules(world));
+    const uint32_t flags = canonicalRules(world) ? withoutZeroComponents(*d) : d->flags;
     return emitText(world, out, [&](TextSink& s) {
         if (recurring) putRecurrence(s, count);
         putDuration(s, *d, flags);
@@ -224,6 +200,27 @@ int32_t formatDuration(KivGlobal* world, const KivDurationFields* d, int32_t cou
 }
 
 }  // namespace
+
+uint32_t withoutZeroComponents(const KivDurationFields& d) {
+    uint32_t flags = d.flags;
+    struct Rule {
+        uint32_t flag;
+        uint32_t KivDurationFields::*field;
+        uint32_t lower;
+    };
+    static constexpr Rule rules[] = {
+        {KIV_DF_YEARS, &KivDurationFields::years, kComponentFlags & ~KIV_DF_YEARS},
+        {KIV_DF_MONTHS, &KivDurationFields::months,
+         KIV_DF_WEEKS | KIV_DF_DAYS | KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS},
+        {KIV_DF_DAYS, &KivDurationFields::days,
+         KIV_DF_WEEKS | KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS},
+        {KIV_DF_HOURS, &KivDurationFields::hours, KIV_DF_WEEKS | KIV_DF_MINUTES | KIV_DF_SECONDS},
+        {KIV_DF_MINUTES, &KivDurationFields::minutes, KIV_DF_WEEKS | KIV_DF_SECONDS},
+    };
+    for (const Rule& r : rules)
+        if ((flags & r.flag) && d.*r.field == 0 && (flags & r.lower)) flags &= ~r.flag;
+    return flags;
+}
 
 int32_t formatTimeText(KivGlobal* world, TimeText* t, char** out) {
     switch (t->form) {

@@ -103,6 +103,11 @@ int32_t formatTimeText(KivGlobal* world, TimeText* parsed, char** out);
 const char* scanTimePoint(const char* p, KivTimeFields* point);
 const char* scanRecurrence(const char* p, int32_t* count);
 
+// The duration's flags less every zero component above a present component
+// of lower rank (the least significant one always stays): what canonical
+// rules write.
+uint32_t withoutZeroComponents(const KivDurationFields& duration);
+
 // Zone of a point in minutes, counting zoneMinutes only when written.
 inline uint32_t zoneTotalMinutes(const KivTimeFields& p) {
     return p.zoneHours * 60u + ((p.zoneFlags & KIV_TF_ZONE_MINUTES) ? p.zoneMinutes : 0u);
