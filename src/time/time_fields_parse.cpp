@@ -126,8 +126,7 @@ const char* expect(const char* p, char c) { return p && *p == c ? p + 1 : nullpt
 
 int32_t wholeText(const char* p) { return p && *p == '\0' ? 0 : kTimeTextFailure; }
 
-}  // namespace
-
+// The point grammar: a pointer after the point, or null.
 const char* scanTimePoint(const char* p, KivTimeFields* f) {
     *f = KivTimeFields{};
     const char* q = p;
@@ -158,6 +157,7 @@ const char* scanTimePoint(const char* p, KivTimeFields* f) {
     return scanTimeOfDay(q, f);
 }
 
+// "R", then "/" (unlimited, -1) or a count without leading zeros and "/".
 const char* scanRecurrence(const char* p, int32_t* count) {
     if (*p++ != 'R') return nullptr;
     if (*p == '/') {
@@ -173,6 +173,8 @@ const char* scanRecurrence(const char* p, int32_t* count) {
     *count = static_cast<int32_t>(v);
     return p + 1;
 }
+
+}  // namespace
 
 int32_t parseTimeText(KivGlobal* world, const char* text, TimeText* t) {
     t->form = kivClassifyTimeText(world, text);

@@ -99,10 +99,6 @@ int32_t parseTimeText(KivGlobal* world, const char* text, TimeText* parsed);
 // Formats parsed with the formatter of its form. 0 or 12.
 int32_t formatTimeText(KivGlobal* world, TimeText* parsed, char** out);
 
-// The point and duration grammars: a pointer after what was read, or null.
-const char* scanTimePoint(const char* p, KivTimeFields* point);
-const char* scanRecurrence(const char* p, int32_t* count);
-
 // The duration's flags less every zero component above a present component
 // of lower rank (the least significant one always stays): what canonical
 // rules write.
