@@ -23,6 +23,7 @@ bool pointValid(const KivTimeFields& f) {
     if ((flags & KIV_TF_MINUTE) && (!hours || f.minutes > 59)) return false;
     if ((flags & KIV_TF_SECOND) && (!hours || f.seconds > 60)) return false;
     if ((flags & KIV_TF_UTC) && (!hours || (flags & KIV_TF_ZONE))) return false;
+    // A fraction is written with at least one digit, so 0 digits never fit.
     if ((flags & KIV_TF_FRACTION) && (!hours || f.fractionDigits < decimalDigits(f.fraction)))
         return false;
     if (flags & KIV_TF_ZONE) {

@@ -27,6 +27,7 @@ const char* year(const char* p, int32_t* year) {
     uint32_t v = 0;
     uint32_t n = 0;
     p = scanDigitRun(p, &v, &n);
+    // The year must also fit the signed field it is handed back in.
     if (!p || n < 4 || v == 0 || v > 0x7FFFFFFFu) return nullptr;
     *year = negative ? -static_cast<int32_t>(v) : static_cast<int32_t>(v);
     return p;
@@ -97,7 +98,8 @@ const char* time(const char* p, uint32_t* h, uint32_t* m, uint32_t* s, const cha
 }
 
 // One duration component: a digit run taken only when its designator
-// follows; otherwise 0 and nothing consumed. Null when the run overflows.
+// follows; otherwise 0 and nothing consumed. An empty run before its
+// designator counts as 0. Null when the run overflows.
 const char* component(const char* p, char designator, uint32_t* value) {
     uint32_t n = 0;
     const char* after = scanDigitRun(p, value, &n);
