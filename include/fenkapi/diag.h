@@ -36,6 +36,17 @@ __attribute__((noreturn)) static inline void kivRaiseData(KivGlobal* w, int32_t 
 static inline void kivRecordMessage(KivGlobal* w, int32_t index, uint32_t number) { KIV_SLOT(KivRecordMessageFn, kivSlotRecordMessage)(w, index, number); }
 #endif
 
+/* Return-code descriptions: one constant sentence per return code, null for
+ * a code without one. The world (may be null) matters only for codes 9 and
+ * 10, whose text depends on whether it is decoding. */
+enum { kivSlotReturnCodeText = 292 };
+
+typedef const char* KivReturnCodeTextFn(KivGlobal* world, int32_t code);
+
+#if KIV_CALL_HELPERS
+static inline const char* kivReturnCodeText(KivGlobal* w, int32_t code) { return KIV_SLOT(KivReturnCodeTextFn, kivSlotReturnCodeText)(w, code); }
+#endif
+
 #ifdef __cplusplus
 }
 #endif

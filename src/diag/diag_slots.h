@@ -17,6 +17,9 @@ KivRaiseDataFn kivRaiseData __attribute__((noreturn));
 KivRecordMessageFn kivRecordMessage;
 KivDisplayPduFn kivDisplayPdu;
 
+/* Return-code descriptions */
+KivReturnCodeTextFn kivReturnCodeText;
+
 #ifdef __cplusplus
 }
 #endif

@@ -15,9 +15,6 @@ constexpr uint32_t kNoTrap = 0x200;
 constexpr int32_t kSerializationError = 14;  // "0005S: Global data access serialization error"
 constexpr int32_t kCodeSerialization = 19;
 constexpr int32_t kCodeCleanUpFailed = 18;
-constexpr int kSlotFreeTempChains = 106;
-
-using FreeTempChains = void(KivGlobal* world);
 
 void prepareFields(KivGlobal* world, jmp_buf* frame) {
     world->messageOut = nullptr;
@@ -41,8 +38,8 @@ void prepareFields(KivGlobal* world, jmp_buf* frame) {
 void freeTemporaryChains(KivGlobal* world) {
     const KivPrivate* state = world->privateState;
     if (state && state->userBufferLength != 0) return;
-    if (world->apiTable[kSlotFreeTempChains])
-        KIV_TABLE_CALL(world, FreeTempChains, kSlotFreeTempChains)(world);
+    if (world->apiTable[kivSlotFreeTempChains])
+        KIV_TABLE_CALL(world, KivFreeTempChainsFn, kivSlotFreeTempChains)(world);
 }
 
 }  // namespace

@@ -13,33 +13,23 @@ namespace {
 constexpr int32_t kRangeSigned = 22;
 constexpr int32_t kRangeUnsigned = 23;
 
-// Temporary memory for the text, from slot 132 of the world's table. Until
-// that slot is filled, a per-thread area stands in. Texts longer than it
-// could never fit the 510-character error text, so cutting them there shows
-// the same message.
-char* temporaryText(KivGlobal* world, uint64_t size, uint64_t& capacity) {
-    if (world->apiTable[kivSlotTempAlloc]) {
-        capacity = size;
-        return static_cast<char*>(KIV_TABLE_CALL(world, KivTempAllocFn, kivSlotTempAlloc)(world, size));
-    }
-    static thread_local char area[2 * kErrorTextLimit + 4];
-    capacity = sizeof area;
-    return area;
+// The text lives in the world's temporary memory (slot 132, which raises
+// its own out-of-memory messages) until that memory is released.
+char* temporaryText(KivGlobal* world, uint64_t size) {
+    return static_cast<char*>(KIV_TABLE_CALL(world, KivTempAllocFn, kivSlotTempAlloc)(world, size));
 }
 
 const char* buildText(KivGlobal* world, int32_t index, const uint8_t* data, uint32_t length) {
     static constexpr char kDigits[] = "0123456789ABCDEF";
-    uint64_t capacity = 0;
     if (index == kRangeSigned || index == kRangeUnsigned) {
-        char* text = temporaryText(world, 2ull * length + 4, capacity);
+        char* text = temporaryText(world, 2ull * length + 4);
         char* out = text;
-        char* last = text + capacity - 1;
         if (length > 0) {
             *out++ = '0';
             *out++ = 'x';
             // An unsigned value with its top bit set would read as negative.
             if (index == kRangeUnsigned && data[0] > 127) *out++ = '0';
-            for (uint32_t i = 0; i < length && out + 2 <= last; ++i) {
+            for (uint32_t i = 0; i < length; ++i) {
                 *out++ = kDigits[data[i] >> 4];
                 *out++ = kDigits[data[i] & 0x0F];
             }
@@ -47,10 +37,9 @@ const char* buildText(KivGlobal* world, int32_t index, const uint8_t* data, uint
         *out = '\0';
         return text;
     }
-    char* text = temporaryText(world, uint64_t{length} + 1, capacity);
-    uint64_t copied = length < capacity ? length : capacity - 1;
-    if (copied) std::memcpy(text, data, copied);
-    text[copied] = '\0';
+    char* text = temporaryText(world, uint64_t{length} + 1);
+    if (length) std::memcpy(text, data, length);
+    text[length] = '\0';
     return text;
 }
 

@@ -24,7 +24,14 @@ volatile int* faultingAddress() {
 }
 
 // What the print routine does is chosen by the PDU number.
-enum Action : int32_t { answerValue = 1, raise = 2, fault = 3, raiseInGrandchild = 4, inspect = 5 };
+enum Action : int32_t {
+    answerValue = 1,
+    raise = 2,
+    fault = 3,
+    raiseInGrandchild = 4,
+    inspect = 5,
+    nestedThenFault = 6,  // value is another world: a guarded raise there, then a fault here
+};
 
 struct Seen {
     KivGlobal world;  // a copy of the world as the print routine saw it
@@ -49,6 +56,11 @@ int32_t printRoutine(KivGlobal* world, int32_t pduNum, void* value) {
             child.parentWorld = world;
             grandchild.parentWorld = &child;
             kivRaiseText(&grandchild, 20, "v");
+        }
+        case nestedThenFault: {
+            int32_t dummy = 0;
+            if (kivDisplayPdu(static_cast<KivGlobal*>(value), raise, &dummy) != 17) return -1;
+            return *faultingAddress();
         }
         case inspect:
             std::memcpy(&seen.world, world, sizeof *world);
@@ -159,6 +171,11 @@ TEST_F(GuardedPrint, RaisesAndFaultsBecomeAnswers) {
     EXPECT_EQ(display(fault), 14);
     EXPECT_EQ(w->errorCode, 14);
     EXPECT_EQ(display(answerValue), 42);
+    // A guarded operation inside another, on a second world, raises and is
+    // over: the fault that follows belongs to the outer operation.
+    TestWorld inner{&goodTable};
+    EXPECT_EQ(kivDisplayPdu(w.get(), nestedThenFault, inner.get()), 14);
+    EXPECT_EQ(inner->errorCode, 17);
 }
 
 TEST_F(GuardedPrint, TrapIsInForceOnlyDuringTheOperation) {
@@ -259,7 +276,9 @@ TEST(GuardedThreads, EachThreadGetsItsOwnAnswers) {
 }
 
 // While another thread runs a guarded operation, a fault in a thread that
-// has none is not swallowed: it meets the handler that was there before.
+// is in none is not swallowed: it meets the handler that was there before.
+// The faulting thread has itself run guarded operations that succeeded,
+// raised and faulted: once they are over it counts as unguarded again.
 std::atomic<bool> guardedThreadInside{false};
 
 void faultBesideAGuardedOperation() {
@@ -274,14 +293,17 @@ void faultBesideAGuardedOperation() {
         kivDisplayPdu(w.get(), 1, &value);
     }).detach();
     while (!guardedThreadInside) std::this_thread::yield();
-    std::fprintf(stderr, "faulting\n");
+    static TestWorld own{&goodTable};
+    int32_t value = 0;
+    for (int32_t action : {answerValue, raise, fault})
+        std::fprintf(stderr, "answer %d\n", kivDisplayPdu(own.get(), action, &value));
     (void)*faultingAddress();
     std::fprintf(stderr, "survived\n");
 }
 
 TEST(GuardedThreadsDeathTest, FaultOutsideAnyOperationIsNotSwallowed) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_DEATH(faultBesideAGuardedOperation(), "faulting");
+    EXPECT_DEATH(faultBesideAGuardedOperation(), "answer 0\nanswer 17\nanswer 14\n");
 }
 
 }  // namespace
