@@ -3,6 +3,7 @@
 #ifndef FENK_TEST_TIME_TEXT_HELPERS_H
 #define FENK_TEST_TIME_TEXT_HELPERS_H
 
+#include <cstdio>
 #include <string>
 
 #include "fenkapi.h"
@@ -24,6 +25,24 @@ std::string formatted(KivGlobal* w, Format&& format) {
     std::string s(text);
     kivReleaseThroughTable(w, text);
     return s;
+}
+
+// The fields of a record in one line, for comparing records in tests.
+inline std::string describe(const KivTimeFields& f) {
+    char b[200];
+    std::snprintf(b, sizeof b, "flags %04x C%d Y%d W%u M%u D%u %u:%u:%u .%u/%u res %u zone %02x %s%u:%u",
+                  f.flags, f.century, f.year, f.week, f.month, f.day, f.hours, f.minutes,
+                  f.seconds, f.fraction, f.fractionDigits, f.reserved, f.zoneFlags,
+                  f.zoneNegative ? "-" : "+", f.zoneHours, f.zoneMinutes);
+    return b;
+}
+
+inline std::string describe(const KivDurationFields& d) {
+    char b[200];
+    std::snprintf(b, sizeof b, "flags %08x %uY %uM %uW %uD %uH %uM %uS .%u/%u", d.flags, d.years,
+                  d.months, d.weeks, d.days, d.hours, d.minutes, d.seconds, d.fraction,
+                  d.fractionDigits);
+    return b;
 }
 
 inline std::string normalized(KivGlobal* w, const char* text, int32_t rules = kBer) {
