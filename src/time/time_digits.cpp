@@ -16,17 +16,6 @@ const char* scanDigitRun(const char* p, uint32_t* value, uint32_t* length) {
     return p;
 }
 
-void TextSink::digitsMin(uint32_t width, uint32_t value) {
-    uint32_t n = value == 0 ? 0 : decimalDigits(value);
-    if (base) kivPutDigitsMin(base + length, width, value);
-    length += n > width ? n : width;
-}
-
-void TextSink::digitsFixed(uint32_t width, uint32_t value) {
-    if (base) kivPutDigitsFixed(base + length, static_cast<int32_t>(width), value);
-    length += width;
-}
-
 }  // namespace fenk
 
 const char* kivScanDigits(const char* text, uint32_t* value) {
@@ -37,33 +26,15 @@ const char* kivScanDigits(const char* text, uint32_t* value) {
 
 const char* kivScanFixedDigits(const char* text, uint32_t count, uint32_t* value) {
     if (!text || !value) return nullptr;
-    uint32_t v = 0;
-    for (uint32_t i = 0; i < count; ++i, ++text) {
-        if (!fenk::isDigit(*text)) return nullptr;
-        uint32_t d = static_cast<uint32_t>(*text - '0');
-        if (v > (UINT32_MAX - d) / 10) return nullptr;
-        v = v * 10 + d;
-    }
-    *value = v;
-    return text;
+    return fenk::scanFixedDigits(text, count, value);
 }
 
 char* kivPutDigitsMin(char* destination, uint32_t minimumWidth, uint32_t value) {
-    uint32_t n = value == 0 ? 0 : fenk::decimalDigits(value);
-    if (n < minimumWidth) n = minimumWidth;
-    for (uint32_t i = n; i > 0; --i) {
-        destination[i - 1] = static_cast<char>('0' + value % 10);
-        value /= 10;
-    }
-    return destination + n;
+    return fenk::putDigits(destination, fenk::paddedDigits(minimumWidth, value), value);
 }
 
 // A width of zero or less writes nothing and hands back the destination.
 char* kivPutDigitsFixed(char* destination, int32_t width, uint32_t value) {
     if (width <= 0) return destination;
-    for (int32_t i = width; i > 0; --i) {
-        destination[i - 1] = static_cast<char>('0' + value % 10);
-        value /= 10;
-    }
-    return destination + width;
+    return fenk::putDigits(destination, static_cast<uint32_t>(width), value);
 }

@@ -33,7 +33,7 @@ uint32_t daysInMonth(int32_t year, uint32_t month) {
 
 // Exactly n digits with a value from low to high.
 const char* fixedInRange(const char* p, uint32_t n, uint32_t low, uint32_t high, uint32_t* v) {
-    p = kivScanFixedDigits(p, n, v);
+    p = scanFixedDigits(p, n, v);
     return p && *v >= low && *v <= high ? p : nullptr;
 }
 

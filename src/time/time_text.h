@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "api/table_memory.h"
 #include "kivapit.h"
@@ -35,14 +36,44 @@ inline uint32_t decimalDigits(uint32_t v) {
     return n;
 }
 
-// Collects text: with a null base it only counts, so that the same writer
-// measures a text before its buffer is allocated and then fills it.
+// Exactly n digits at p into *value: a pointer after them, or null unless
+// all are digits and the value fits in 32 bits.
+inline const char* scanFixedDigits(const char* p, uint32_t n, uint32_t* value) {
+    uint32_t v = 0;
+    for (uint32_t i = 0; i < n; ++i, ++p) {
+        if (!isDigit(*p)) return nullptr;
+        const uint32_t d = static_cast<uint32_t>(*p - '0');
+        if (v > (UINT32_MAX - d) / 10) return nullptr;
+        v = v * 10 + d;
+    }
+    *value = v;
+    return p;
+}
+
+// The lowest n digits of the value at p, zero-padded; p + n.
+inline char* putDigits(char* p, uint32_t n, uint32_t value) {
+    for (uint32_t i = n; i > 0; --i) {
+        p[i - 1] = static_cast<char>('0' + value % 10);
+        value /= 10;
+    }
+    return p + n;
+}
+
+// Digits that the value needs at the least width given; 0 needs none.
+inline uint32_t paddedDigits(uint32_t width, uint32_t value) {
+    const uint32_t n = value == 0 ? 0 : decimalDigits(value);
+    return n > width ? n : width;
+}
+
+// Collects text into base up to capacity and counts all of it, so that a
+// writer can measure a text while it writes what fits.
 struct TextSink {
     char* base;
+    size_t capacity;
     size_t length;
 
     void put(char c) {
-        if (base) base[length] = c;
+        if (length < capacity) base[length] = c;
         ++length;
     }
     void put(const char* text, size_t n) {
@@ -52,25 +83,38 @@ struct TextSink {
         while (*text) put(*text++);
     }
     // The value zero-padded to at least width digits; 0 with width 0 is empty.
-    void digitsMin(uint32_t width, uint32_t value);
-    // The lowest width digits of the value, zero-padded.
-    void digitsFixed(uint32_t width, uint32_t value);
+    void digitsMin(uint32_t width, uint32_t value) { digitsFixed(paddedDigits(width, value), value); }
+    // The lowest width digits of the value, zero-padded. A run that does not
+    // fit whole is not written: the text is then written again elsewhere.
+    void digitsFixed(uint32_t width, uint32_t value) {
+        if (length < capacity && width <= capacity - length) putDigits(base + length, width, value);
+        length += width;
+    }
 };
 
 // Writes a text at *out, or into a buffer allocated through the table and
 // stored at *out when *out is null. write(TextSink&) must write the same text
-// each time it is called. 0, or 12 when the allocation yields null.
+// each time it is called: a text too long for the local draft is written
+// again into its buffer. 0, or 12 when the allocation yields null.
 template <class Write>
 int32_t emitText(KivGlobal* world, char** out, Write&& write) {
-    char* text = *out;
-    if (!text) {
-        TextSink measure{nullptr, 0};
-        write(measure);
-        text = static_cast<char*>(allocateThroughTable(world, measure.length + 1));
-        if (!text) return kTimeTextFailure;
+    if (*out) {
+        TextSink sink{*out, SIZE_MAX, 0};
+        write(sink);
+        (*out)[sink.length] = '\0';
+        return 0;
     }
-    TextSink sink{text, 0};
+    char draft[160];
+    TextSink sink{draft, sizeof draft, 0};
     write(sink);
+    char* text = static_cast<char*>(allocateThroughTable(world, sink.length + 1));
+    if (!text) return kTimeTextFailure;
+    if (sink.length <= sizeof draft) {
+        std::memcpy(text, draft, sink.length);
+    } else {
+        TextSink again{text, SIZE_MAX, 0};
+        write(again);
+    }
     text[sink.length] = '\0';
     *out = text;
     return 0;

@@ -21,7 +21,11 @@ template <class Format>
 std::string formatted(KivGlobal* w, Format&& format) {
     char* text = nullptr;
     int32_t rc = format(&text);
-    if (rc != 0) return "#" + std::to_string(rc) + (text ? " with text" : "");
+    if (rc != 0) {
+        char failure[32];
+        std::snprintf(failure, sizeof failure, "#%d%s", rc, text ? " with text" : "");
+        return failure;
+    }
     std::string s(text);
     kivReleaseThroughTable(w, text);
     return s;
