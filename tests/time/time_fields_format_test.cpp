@@ -219,6 +219,27 @@ TEST(TimeTextFormat, WritesIntoTheCallersBuffer) {
     EXPECT_EQ(std::string(buffer, 4), std::string("07\0x", 4));
 }
 
+TEST(TimeTextFormat, LongTextsAreWrittenWhole) {
+    TestWorld w;
+    for (uint32_t digits : {150u, 153u, 154u, 155u, 400u}) {
+        KivTimeFields f = hoursOnly(10);
+        f.flags |= KIV_TF_FRACTION | KIV_TF_ZONE;
+        f.fractionDigits = digits;
+        f.fraction = 4294967295u;
+        f.zoneHours = 1;
+        const std::string expected =
+            "10." + std::string(digits - 10, '0') + "4294967295+01";  // 154 digits fill the draft
+        EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatTimePoint(w.get(), &f, o); }),
+                  expected);
+    }
+    std::string fraction(300, '7');
+    std::string text =
+        formatted(w.get(), [&](char** o) {
+            return kivTimeToText(w.get(), 1, 2, 3, fraction.c_str(), 300, KIV_ZONE_UTC, o);
+        });
+    EXPECT_EQ(text, "01:02:03." + fraction + "Z");
+}
+
 TEST(TimeTextFormat, NullArgumentsAndFailedAllocationLeaveNothing) {
     TestWorld w;
     AllocCounter counter;
