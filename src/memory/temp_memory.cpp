@@ -76,7 +76,10 @@ void kivScratchFree(KivGlobal* world, void* block) {
         heapFree(world, block);
         return;
     }
-    // Always the top block: scratch blocks are freed in reverse order.
+    // Always the top block: scratch blocks are freed in reverse order. An
+    // empty stack has nothing to pop.
+    const KivPrivate* p = world->privateState;
+    if (world->userBufferEnd >= p->userBufferAddress + p->userBufferLength) return;
     uint64_t rounded;
     std::memcpy(&rounded, world->userBufferEnd, sizeof rounded);
     world->userBufferEnd += kSizeWord + rounded;

@@ -145,19 +145,6 @@ TEST_F(OutputChunks, PoolModeFinishWithAndWithoutTheMove) {
     EXPECT_EQ(counter.calls, 0);
 }
 
-TEST_F(OutputChunks, PoolModePendingBits) {
-    uint8_t buffer[8] = {0xAA, 0xFF};
-    w->poolMode = 1;
-    w->poolCursor = buffer + 1;
-    w->poolLeft = 7;
-    w->pendingBits = 6;
-    uint32_t length = 8;
-    uint8_t* out = buffer;
-    kivFinishBufferOutput(w.get(), &length, &out, 0);
-    EXPECT_EQ(length, 2u);
-    EXPECT_EQ(buffer[1], 0xFC);
-}
-
 TEST_F(OutputChunks, ForwardJoinFailureRaisesWithTheLength) {
     std::vector<uint8_t> data = pattern(1030, 1);
     writeForward(w.get(), data.data(), 1030);

@@ -115,6 +115,37 @@ TEST_F(RecordedAlloc, FailedAllocationsRaiseWithTheOctetsAskedFor) {
     EXPECT_EQ(counter.live, 0);
 }
 
+// Without a raise routine installed by an operation entry, the table's own
+// raise composes the message and jumps with its code.
+TEST(MemoryRaise, TheThreeMessagesWithTheirCodesAndNumbers) {
+    TestWorld w;
+    AllocCounter counter;
+    installCountingHooks(w.get(), &counter);
+    w->messageOut = w->messageText;
+    w->errorMode = 3;
+    counter.failAt = 1;
+    Caught c = catchRaise(w.get(), [&] { kivNewOutputChunk(w.get()); });
+    EXPECT_EQ(c.value, 8);
+    EXPECT_STREQ(w->messageText, "D0008S: Out of memory; bytes requested: 1024.\n");
+
+    w->poolMode = 1;
+    w->decodeBufferLength = 300;
+    c = catchRaise(w.get(), [&] { kivAllocExact(w.get(), 1); });
+    EXPECT_EQ(c.value, 1);
+    EXPECT_STREQ(w->messageText, "D0001S: Output buffer too small; total buffer size: 300.\n");
+
+    uint8_t area[64];
+    KivWorkBuffer descriptor{64, area};
+    kivStoreWorkBuffer(w.get(), &descriptor);
+    w->userBufferStart = w->userBufferEnd = w.priv()->userBufferAddress;
+    c = catchRaise(w.get(), [&] { kivTempAlloc(w.get(), 3); });
+    EXPECT_EQ(c.value, 8);
+    EXPECT_STREQ(w->messageText,
+                 "D0132S: Buffer provided for temporary memory is too small; Bytes requested: 8.\n");
+    kivEndOperationMemory(w.get());
+    EXPECT_EQ(counter.live, 0);
+}
+
 TEST(FreeBlock, UsesTheWorldsFreeHookOrTheCLibrary) {
     TestWorld w;
     AllocCounter counter;

@@ -143,17 +143,6 @@ TEST_F(TempHeap, GrowingMovesToANewChunkKeepingTheOctetsAndTheHeader) {
     EXPECT_EQ(counter.live, 0);
 }
 
-TEST_F(TempHeap, ScratchWithoutABufferIsPlainHeap) {
-    void* s = kivScratchAlloc(w.get(), 30);
-    EXPECT_EQ(counter.live, 1);
-    kivScratchFree(w.get(), s);
-    EXPECT_EQ(counter.live, 0);
-    counter.failAt = counter.calls + 1;
-    Caught c = run([&] { kivScratchAlloc(w.get(), 30); });
-    EXPECT_TRUE(c.raised);
-    EXPECT_EQ(raised.number, 30u);
-}
-
 TEST_F(TempHeap, TempChainsFreeBothChains) {
     kivTempAlloc(w.get(), 8);
     kivTempAlloc(w.get(), 8);
