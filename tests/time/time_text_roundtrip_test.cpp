@@ -1,0 +1,335 @@
+// Generated records: formatting then parsing gives the record back, the
+// normal form is idempotent and denotes the same value under every rule,
+// and comparison tells apart exactly the changes that alter the value.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+
+#include "support/test_world.h"
+#include "time_text_helpers.h"
+
+using namespace fenk::test;
+
+namespace {
+
+using Rng = std::mt19937;
+
+uint32_t pick(Rng& rng, uint32_t low, uint32_t high) {
+    return std::uniform_int_distribution<uint32_t>(low, high)(rng);
+}
+
+int32_t pickSigned(Rng& rng) {
+    switch (pick(rng, 0, 3)) {
+        case 0: return static_cast<int32_t>(pick(rng, 0, 9999));
+        case 1: return -static_cast<int32_t>(pick(rng, 1, 99999));
+        case 2: return static_cast<int32_t>(pick(rng, 10000, 0x7FFFFFFF));
+        default: return pick(rng, 0, 1) ? INT32_MIN : INT32_MAX;
+    }
+}
+
+// The shape fixes the flags, so two points of one shape form an interval.
+KivTimeFields makePoint(Rng& rng, uint32_t shape) {
+    KivTimeFields f{};
+    const uint32_t kind = shape % 8;
+    if (kind == 0) {
+        f.flags = KIV_TF_CENTURY;
+        f.century = pickSigned(rng) / 100;
+        if (f.century >= 0 && f.century < 10) f.century += 10;  // two digits at least
+        return f;
+    }
+    if (kind < 7) {
+        f.flags = KIV_TF_YEAR;
+        f.year = pickSigned(rng);
+    }
+    if (kind == 2 || kind == 3) {
+        f.flags |= KIV_TF_MONTH;
+        f.month = static_cast<uint16_t>(pick(rng, 1, 12));
+    }
+    if (kind == 4 || kind == 5) {
+        f.flags |= KIV_TF_WEEK;
+        f.week = static_cast<uint16_t>(pick(rng, 1, 53));
+    }
+    if (kind == 3 || kind == 5 || kind == 6) {
+        f.flags |= KIV_TF_DAY;
+        f.day = static_cast<uint16_t>(kind == 3 ? pick(rng, 1, 28) : kind == 5 ? pick(rng, 1, 7)
+                                                                              : pick(rng, 1, 366));
+    }
+    if (kind != 7 && !((f.flags & KIV_TF_DAY) && (shape & 8))) return f;
+    f.flags |= KIV_TF_HOUR;
+    f.hours = static_cast<uint16_t>(pick(rng, 0, 23));
+    if (shape & 16) {
+        f.flags |= KIV_TF_MINUTE;
+        f.minutes = static_cast<uint16_t>(pick(rng, 0, 59));
+        if (shape & 32) {
+            f.flags |= KIV_TF_SECOND;
+            f.seconds = static_cast<uint16_t>(pick(rng, 0, 60));
+        }
+    }
+    if (shape & 64) {
+        f.flags |= KIV_TF_FRACTION;
+        f.fractionDigits = pick(rng, 1, 9);
+        uint32_t limit = 1;
+        for (uint32_t i = 0; i < f.fractionDigits; ++i) limit *= 10;
+        f.fraction = pick(rng, 0, limit - 1);
+    }
+    switch ((shape >> 7) % 4) {
+        case 1: f.flags |= KIV_TF_UTC; break;
+        case 2:
+        case 3:
+            f.flags |= KIV_TF_ZONE;
+            f.zoneNegative = static_cast<uint8_t>(pick(rng, 0, 1));
+            f.zoneHours = static_cast<uint16_t>(pick(rng, 0, 15));
+            if ((shape >> 7) % 4 == 3) {  // minutes written only when not zero
+                f.zoneFlags = KIV_TF_ZONE_MINUTES;
+                f.zoneMinutes = static_cast<uint16_t>(pick(rng, 1, 59));
+            }
+            break;
+        default: break;
+    }
+    return f;
+}
+
+KivDurationFields makeDuration(Rng& rng) {
+    static constexpr uint32_t order[] = {KIV_DF_YEARS, KIV_DF_MONTHS, KIV_DF_DAYS,
+                                         KIV_DF_HOURS, KIV_DF_MINUTES, KIV_DF_SECONDS};
+    static constexpr uint32_t KivDurationFields::*fields[] = {
+        &KivDurationFields::years, &KivDurationFields::months, &KivDurationFields::days,
+        &KivDurationFields::hours, &KivDurationFields::minutes, &KivDurationFields::seconds};
+    KivDurationFields d{};
+    auto value = [&] { return pick(rng, 0, 2) == 0 ? 0 : pick(rng, 0, 3) ? pick(rng, 1, 99) : pick(rng, 0, 0xFFFFFFFF); };
+    if (pick(rng, 0, 7) == 0) {
+        d.flags = KIV_DF_WEEKS;
+        d.weeks = value();
+    } else {
+        while (!d.flags)
+            for (int i = 0; i < 6; ++i)
+                if (pick(rng, 0, 2) == 0) {
+                    d.flags |= order[i];
+                    d.*fields[i] = value();
+                }
+    }
+    if (pick(rng, 0, 3) == 0) {
+        d.flags |= KIV_DF_FRACTION;
+        d.fractionDigits = pick(rng, 1, 9);
+        d.fraction = pick(rng, 0, 9);
+    }
+    return d;
+}
+
+struct Sample {
+    int32_t form;
+    KivTimeFields start, end;
+    KivDurationFields duration;
+    int32_t count;
+};
+
+Sample makeSample(Rng& rng) {
+    Sample s{};
+    s.form = static_cast<int32_t>(pick(rng, 0, 8));
+    const uint32_t shape = pick(rng, 0, 0xFFFF);
+    s.start = makePoint(rng, shape);
+    s.end = makePoint(rng, shape);
+    if (pick(rng, 0, 2) == 0 && (s.start.flags & KIV_TF_ZONE)) {
+        s.end.flags &= ~KIV_TF_ZONE;  // the end may leave its time difference out
+        s.end.zoneFlags = 0;
+        s.end.zoneHours = s.end.zoneMinutes = 0;
+        s.end.zoneNegative = 0;
+    }
+    s.duration = makeDuration(rng);
+    s.count = pick(rng, 0, 1) ? -1 : static_cast<int32_t>(pick(rng, 1, 0x7FFFFFFF));
+    return s;
+}
+
+std::string format(KivGlobal* w, Sample& s) {
+    return formatted(w, [&](char** o) {
+        switch (s.form) {
+            case 0: return kivFormatTimePoint(w, &s.start, o);
+            case 1: return kivFormatDuration(w, &s.duration, o);
+            case 2: return kivFormatStartEnd(w, &s.start, &s.end, o);
+            case 3: return kivFormatStartDuration(w, &s.start, &s.duration, o);
+            case 4: return kivFormatDurationEnd(w, &s.duration, &s.end, o);
+            case 5: return kivFormatRecurringDuration(w, &s.duration, s.count, o);
+            case 6: return kivFormatRecurringStartEnd(w, &s.start, &s.end, s.count, o);
+            case 7: return kivFormatRecurringStartDuration(w, &s.start, &s.duration, s.count, o);
+            default: return kivFormatRecurringDurationEnd(w, &s.duration, &s.end, s.count, o);
+        }
+    });
+}
+
+int32_t parse(KivGlobal* w, const std::string& text, Sample& s) {
+    s = {};
+    s.form = kivClassifyTimeText(w, text.c_str());
+    const char* t = text.c_str();
+    switch (s.form) {
+        case 0: return kivParseTimePoint(w, t, &s.start);
+        case 1: return kivParseDuration(w, t, &s.duration);
+        case 2: return kivParseStartEnd(w, t, &s.start, &s.end);
+        case 3: return kivParseStartDuration(w, t, &s.start, &s.duration);
+        case 4: return kivParseDurationEnd(w, t, &s.duration, &s.end);
+        case 5: return kivParseRecurringDuration(w, t, &s.duration, &s.count);
+        case 6: return kivParseRecurringStartEnd(w, t, &s.start, &s.end, &s.count);
+        case 7: return kivParseRecurringStartDuration(w, t, &s.start, &s.duration, &s.count);
+        case 8: return kivParseRecurringDurationEnd(w, t, &s.duration, &s.end, &s.count);
+        default: return -1;
+    }
+}
+
+// Clears what the form does not carry, as a parser leaves it.
+Sample carried(const Sample& s) {
+    Sample c{};
+    c.form = s.form;
+    const bool hasStart = s.form == 0 || s.form == 2 || s.form == 3 || s.form == 6 || s.form == 7;
+    const bool hasEnd = s.form == 2 || s.form == 4 || s.form == 6 || s.form == 8;
+    const bool hasDuration = s.form == 1 || s.form == 3 || s.form == 4 || s.form == 5 ||
+                             s.form == 7 || s.form == 8;
+    if (hasStart) c.start = s.start;
+    if (hasEnd) c.end = s.end;
+    if (hasDuration) c.duration = s.duration;
+    if (s.form >= 5) c.count = s.count;
+    return c;
+}
+
+bool sameRecords(const Sample& a, const Sample& b) {
+    return a.form == b.form && a.count == b.count &&
+           std::memcmp(&a.start, &b.start, sizeof a.start) == 0 &&
+           std::memcmp(&a.end, &b.end, sizeof a.end) == 0 &&
+           std::memcmp(&a.duration, &b.duration, sizeof a.duration) == 0;
+}
+
+}  // namespace
+
+TEST(TimeTextRoundTrip, FormatThenParseGivesTheRecordBack) {
+    TestWorld w;
+    Rng rng(20091);
+    for (int i = 0; i < 3000; ++i) {
+        Sample s = carried(makeSample(rng));
+        w->encodingRules = kBer;
+        std::string text = format(w.get(), s);
+        Sample back;
+        ASSERT_EQ(parse(w.get(), text, back), 0) << text;
+        ASSERT_TRUE(sameRecords(back, s)) << text;
+        ASSERT_EQ(normalized(w.get(), text.c_str()), text) << "already normal";
+    }
+}
+
+TEST(TimeTextRoundTrip, NormalFormIsIdempotentAndKeepsTheValue) {
+    TestWorld w;
+    Rng rng(4711);
+    for (int32_t rules : {kBer, kDer, kCer, kCxer}) {
+        for (int i = 0; i < 1500; ++i) {
+            Sample s = carried(makeSample(rng));
+            w->encodingRules = kBer;
+            std::string text = format(w.get(), s);
+            std::string once = normalized(w.get(), text.c_str(), rules);
+            ASSERT_EQ(once.find('#'), std::string::npos) << text;
+            ASSERT_EQ(normalized(w.get(), once.c_str(), rules), once) << text;
+            ASSERT_EQ(kivTimeTextsDiffer(w.get(), text.c_str(), once.c_str()), 0)
+                << text << " vs " << once;
+            if (rules != kBer) {
+                // What canonical rules write passes the canonical-form check.
+                w->messageOut = w->messageText;
+                jmp_buf frame;
+                w->jumpBuffer = &frame;
+                if (setjmp(frame) == 0)
+                    kivCheckTimeCanonicalForm(w.get(), once.c_str());
+                else
+                    FAIL() << once << ": " << w->messageText;
+                w->jumpBuffer = nullptr;
+            }
+        }
+    }
+}
+
+TEST(TimeTextCompare, Examples) {
+    TestWorld w;
+    const struct {
+        const char* a;
+        const char* b;
+        int32_t differ;
+    } cases[] = {
+        {"P0Y1M", "P1M", 0},
+        {"PT60M", "PT1H", 1},
+        {"2009-01-01T10:00+01:00", "2009-01-01T10:00+01", 0},
+        {"10:00Z", "10:00+00", 1},
+        {"12:00+00:00", "12:00-00:00", 0},
+        {"12:00+01", "12:00-01", 1},
+        {"12:00", "12:00:00", 1},
+        {"10:00,5", "10:00.5", 0},
+        {"10:00.5", "10:00.50", 1},
+        {"2009-01-01", "2009-001", 1},
+        {"P1D", "P1D/2009-01-01", 1},
+        {"nonsense", "nonsense", 0},
+        {"nonsense", "nonsense!", 1},
+        {"2009-13-01", "2009-13-01T", 1},
+        {"10:00+01/12:00", "10:00+01/12:00+01", 0},
+        {"10:00+01/12:00", "10:00+01/12:00+02", 1},
+        {"10:00+01/12:00", "10:00+01:00/12:00+01:00", 0},
+        {"R2/P1D", "R3/P1D", 1},
+        {"R/P1D", "R/P1DT0H", 0},
+        {"R2/10:00/P1D", "R2/10:00/P1DT0,0S", 1},
+        {"P1D/10:00", "P1DT0S/10:00", 0},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(kivTimeTextsDiffer(w.get(), c.a, c.b), c.differ) << c.a << " vs " << c.b;
+        EXPECT_EQ(kivTimeTextsDiffer(w.get(), c.b, c.a), c.differ) << c.b << " vs " << c.a;
+    }
+    EXPECT_EQ(kivTimeTextsDiffer(w.get(), nullptr, "P1D"), 1);
+    EXPECT_EQ(kivTimeTextsDiffer(nullptr, "P1D", "P0Y1D"), 1);
+}
+
+TEST(TimeTextCompare, GeneratedChangesThatAlterTheValue) {
+    TestWorld w;
+    Rng rng(77);
+    int changed = 0;
+    for (int i = 0; i < 3000; ++i) {
+        Sample a = carried(makeSample(rng));
+        w->encodingRules = kBer;
+        Sample b = a;
+        bool differ = true;
+        switch (pick(rng, 0, 4)) {
+            case 0:  // a zero duration component written or not: same value
+                if (a.form == 0 || a.form == 2 || a.form == 6 || (a.duration.flags & KIV_DF_WEEKS) ||
+                    a.duration.days != 0 || !(a.duration.flags & (KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS)))
+                    continue;
+                b.duration.flags |= KIV_DF_DAYS;
+                differ = false;
+                break;
+            case 1:  // the sign of a zero time difference does not count
+                if (!(a.start.flags & KIV_TF_ZONE) || a.form == 1 || a.form == 4 || a.form == 5 ||
+                    a.form == 8)
+                    continue;
+                b.start.zoneNegative ^= 1;
+                differ = a.start.zoneHours != 0 || a.start.zoneMinutes != 0;
+                if (a.form == 2 || a.form == 6) {
+                    if (!(a.end.flags & KIV_TF_ZONE)) continue;  // the end would inherit it
+                    b.end.zoneNegative ^= 1;
+                    differ = differ || a.end.zoneHours != 0 || a.end.zoneMinutes != 0;
+                }
+                break;
+            case 2:  // another hour
+                if (!(a.start.flags & KIV_TF_HOUR) || a.form == 1 || a.form == 4 || a.form == 5 ||
+                    a.form == 8)
+                    continue;
+                b.start.hours = static_cast<uint16_t>((a.start.hours + 1) % 24);
+                break;
+            case 3:  // one more fraction digit
+                if (!(a.duration.flags & KIV_DF_FRACTION) || a.form == 0 || a.form == 2 ||
+                    a.form == 6 || a.duration.fractionDigits > 8)
+                    continue;
+                ++b.duration.fractionDigits;
+                b.duration.fraction *= 10;
+                break;
+            default:  // another recurrence count
+                if (a.form < 5) continue;
+                b.count = a.count == -1 ? 1 : -1;
+                break;
+        }
+        ++changed;
+        std::string ta = format(w.get(), a);
+        std::string tb = format(w.get(), b);
+        EXPECT_EQ(kivTimeTextsDiffer(w.get(), ta.c_str(), tb.c_str()), differ ? 1 : 0)
+            << ta << " vs " << tb;
+    }
+    EXPECT_GT(changed, 600);
+}
