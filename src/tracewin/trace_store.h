@@ -1,0 +1,21 @@
+// Internal pieces of the trace text store shared by the store's slots and
+// the trace window.
+#ifndef FENK_TRACEWIN_TRACE_STORE_H
+#define FENK_TRACEWIN_TRACE_STORE_H
+
+#include "fenkapi.h"
+
+namespace fenk {
+
+// Makes a new temporary file for the world's trace text and stores it with
+// its name. On failure shows "Unable To Open a Temporary File", validates
+// the window (so that it does not keep asking to be painted) and answers
+// false, leaving both cleared.
+bool openTraceTempFile(KivGlobal* world);
+
+// Error boxes of the store, owned by the given window.
+void showTraceError(void* owner, const char* text);
+
+}  // namespace fenk
+
+#endif
