@@ -229,6 +229,8 @@ KivGlobal* resetView(ui::Window window) {
     state.top = state.left = 0;
     state.idle = false;
     state.lastPaintCount = 0;
+    // What is on show is no longer current: the next line must be painted.
+    state.contentCurrent = false;
     ui.setScrollRange(window, ui::barVertical, 0, state.lineCount);
     ui.setScrollPosition(window, ui::barVertical, 0);
     ui.setScrollRange(window, ui::barHorizontal, 0, state.widest);
