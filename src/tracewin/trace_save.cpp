@@ -30,6 +30,7 @@ long fileLength(FILE* file) {
 // the store went away meanwhile.
 bool copyTrace(KivGlobal* world, void* owner, FILE* out, const char* path, char* block) {
     const ui::Backend& ui = ui::backend();
+    uint32_t resets = traceResetCount();
     long remaining = fileLength(world->traceFile);
     long offset = 0;
     while (remaining > 0) {
@@ -54,7 +55,7 @@ bool copyTrace(KivGlobal* world, void* owner, FILE* out, const char* path, char*
             ui.update(owner);
             ui.dispatchPending(owner);
         }
-        if (!world->traceFile) return false;
+        if (!world->traceFile || resets != traceResetCount()) return false;
     }
     return true;
 }

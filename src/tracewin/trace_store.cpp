@@ -20,8 +20,6 @@ namespace {
 
 constexpr size_t kFormatCapacity = 1024;
 
-// Counts resets of any store, so that output which dispatched the window's
-// messages can tell that the store it was indexing has been emptied.
 std::atomic<uint32_t> resetCount{0};
 
 // A formatted text: in the 1024-character buffer when it fits, else in a
@@ -100,14 +98,14 @@ bool indexNewLine(KivGlobal* world, uint32_t start) {
 bool repaintWindow(KivGlobal* world) {
     const ui::Backend& ui = ui::backend();
     ui::Window window = world->traceWindow;
-    uint32_t resets = resetCount.load(std::memory_order_relaxed);
+    uint32_t resets = traceResetCount();
     ui.setUserData(window, world);
     ui.invalidate(window, false);
     ui.sendMessage(window, ui::Msg::paint, 0, 0);
     ui.setUserData(window, nullptr);
     ui.dispatchPending(window);
     return world->traceWindow == window && world->traceFile &&
-           resets == resetCount.load(std::memory_order_relaxed);
+           resets == traceResetCount();
 }
 
 // Indexes the text just written at file offset position, segment by segment
@@ -191,6 +189,8 @@ int printToStream(KivGlobal* world, const char* format, va_list args) {
 }
 
 }  // namespace
+
+uint32_t traceResetCount() { return resetCount.load(std::memory_order_relaxed); }
 
 void showTraceError(void* owner, const char* text) {
     ui::backend().messageBox(owner, text, "Error", ui::iconStop);

@@ -13,6 +13,11 @@ namespace fenk {
 // false, leaving both cleared.
 bool openTraceTempFile(KivGlobal* world);
 
+// Changes whenever a store is reset: a long copy or indexing run that lets
+// the window handle its messages checks it to see whether the store it
+// works on was emptied meanwhile.
+uint32_t traceResetCount();
+
 // Error boxes of the store, owned by the given window.
 void showTraceError(void* owner, const char* text);
 

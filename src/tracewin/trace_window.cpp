@@ -352,7 +352,7 @@ extern "C" int32_t kivOpenTraceWindow(KivGlobal* world) {
     std::memset(state.blankLine, ' ', kLineCapacity);
     state.blankLine[kLineCapacity] = '\0';
     state.instance = ui::moduleInstance();
-    ui.registerClass(ui::ClassSpec{ui::kTraceClassName, traceWindowProcedure, 4, state.instance,
+    ui.registerClass(ui::WindowClass{ui::kTraceClassName, traceWindowProcedure, 4, state.instance,
                                    ui::kTraceIconName, ui::kTraceMenuName});
     state.menu = ui.loadMenu(state.instance, ui::kTraceMenuName);
     ui::Window window = ui.createWindow(ui::kTraceClassName, kTitle, state.menu);

@@ -262,6 +262,7 @@ TEST_F(TraceWindow, SaveAsCopiesTheTemporaryFileInBlocksOf10000) {
     uint32_t paintsBefore = window->paints;
     send(ui::Msg::command, ui::commandSaveAs);
     EXPECT_EQ(fileText(path), expected);
+    unlink(path);
     // One repaint after each of the three blocks.
     EXPECT_EQ(window->paints - paintsBefore, 3u);
     ASSERT_EQ(display->dialogCount, 1);
@@ -274,7 +275,6 @@ TEST_F(TraceWindow, SaveAsCopiesTheTemporaryFileInBlocksOf10000) {
     EXPECT_TRUE(window->itemEnabled[3]);
 
     // Cancel writes nothing; a dialog that cannot be made says so.
-    unlink(path);
     display->clear();
     display->steps[0].button = ui::controlCancel;
     display->steps[1].button = -1;
@@ -301,6 +301,19 @@ TEST_F(TraceWindow, SaveFailuresAreReported) {
     w->allocRoutine = alloc;
     ASSERT_EQ(display->boxCount, 3);
     EXPECT_EQ(box(2), "Error|Cannot Allocate Memory");
+}
+
+TEST_F(TraceWindow, ResetDuringSaveStopsTheCopy) {
+    for (int n = 0; n < 1000; ++n) kivTracePrint(w.get(), "%04d trace text\n", n);
+    char path[] = "/tmp/fenksaveXXXXXX";
+    close(mkstemp(path));
+    // Handled after the first block, while the window is repainted.
+    display->post(window, ui::Msg::command, ui::commandReset, 0);
+    kivSaveTrace(w.get(), window, path);
+    EXPECT_EQ(fileText(path).size(), 10000u);
+    EXPECT_EQ(display->boxCount, 0);
+    EXPECT_EQ(w->traceLineCount, 0u);
+    unlink(path);
 }
 
 TEST_F(TraceWindow, IndexMemoryFailureKeepsTheTextUnindexed) {

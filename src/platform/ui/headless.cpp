@@ -72,10 +72,10 @@ void clear() {
     display.failNextCreate = false;
 }
 
-bool registerClass(const ClassSpec& spec) {
-    if (display.className || !spec.name || !spec.procedure) return false;
-    display.className = spec.name;
-    display.classProcedure = spec.procedure;
+bool registerClass(const WindowClass& windowClass) {
+    if (display.className || !windowClass.name || !windowClass.procedure) return false;
+    display.className = windowClass.name;
+    display.classProcedure = windowClass.procedure;
     return true;
 }
 
@@ -102,7 +102,7 @@ Window createWindow(const char* className, const char*, Menu menu) {
     window.display = &display;
     window.alive = true;
     window.procedure = display.classProcedure;
-    window.menu = static_cast<const MenuSpec*>(menu);
+    window.menu = static_cast<const MenuResource*>(menu);
     std::fill(std::begin(window.itemEnabled), std::end(window.itemEnabled), true);
     window.width = kDefaultWidth;
     window.height = kDefaultHeight;
@@ -137,7 +137,7 @@ void* userData(Window window) {
     return record ? record->userData : nullptr;
 }
 
-Menu loadMenu(Instance, const char* name) { return const_cast<MenuSpec*>(findMenu(name)); }
+Menu loadMenu(Instance, const char* name) { return const_cast<MenuResource*>(findMenu(name)); }
 
 void destroyMenu(Menu menu) {
     for (HeadlessWindow& w : display.windows)
@@ -153,11 +153,11 @@ void enableMenuItem(Window window, int position, bool enabled) {
 intptr_t runDialog(Instance, const char* name, Window, Procedure procedure) {
     DialogStep step{controlOk, ""};
     if (display.stepNext < display.stepCount) step = display.steps[display.stepNext++];
-    const DialogSpec* spec = findDialog(name);
+    const DialogResource* resource = findDialog(name);
     intptr_t result = -1;
     HeadlessDialog& dialog = display.dialog;
-    dialog = HeadlessDialog{spec, procedure, 0, false, 0, ""};
-    if (spec && step.button != -1) {
+    dialog = HeadlessDialog{resource, procedure, 0, false, 0, ""};
+    if (resource && step.button != -1) {
         procedure(&dialog, Msg::initDialog, 0, 0);
         // The text is "typed": an edit box takes no more than its limit.
         size_t typed = std::strlen(step.text);

@@ -56,7 +56,7 @@ struct HeadlessWindow {
     bool eraseNeeded;
     Procedure procedure;
     void* userData;
-    const MenuSpec* menu;
+    const MenuResource* menu;
     bool itemEnabled[kMenuItems];
     int32_t width;
     int32_t height;
@@ -91,7 +91,7 @@ struct DialogRecord {
 };
 
 struct HeadlessDialog {
-    const DialogSpec* spec;
+    const DialogResource* resource;
     Procedure procedure;
     int32_t textLimit;
     bool ended;

@@ -25,8 +25,8 @@ inline constexpr const char kFileNameDialogName[] = "EnterTraceDlg";
 inline constexpr const char kAboutDialogName[] = "AboutTraceBox";
 
 // Null when the module has no resource of that name.
-const MenuSpec* findMenu(const char* name);
-const DialogSpec* findDialog(const char* name);
+const MenuResource* findMenu(const char* name);
+const DialogResource* findDialog(const char* name);
 
 }  // namespace fenk::ui
 

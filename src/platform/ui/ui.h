@@ -93,7 +93,7 @@ struct MenuItem {
     const char* text;  // null for a separator
     int32_t command;
 };
-struct MenuSpec {
+struct MenuResource {
     const char* name;
     const char* popupText;
     const MenuItem* items;
@@ -101,23 +101,23 @@ struct MenuSpec {
 };
 
 enum class ControlKind : uint8_t { staticText, centredText, edit, button, defaultButton };
-struct ControlSpec {
+struct ControlResource {
     ControlKind kind;
     const char* text;
     int32_t id;  // -1 for static texts
     int16_t x, y, width, height;
 };
-struct DialogSpec {
+struct DialogResource {
     const char* name;
     const char* caption;
     const char* fontName;
     int32_t pointSize;
     int16_t x, y, width, height;
-    const ControlSpec* controls;
+    const ControlResource* controls;
     size_t controlCount;
 };
 
-struct ClassSpec {
+struct WindowClass {
     const char* name;
     Procedure procedure;
     int32_t windowExtraBytes;
@@ -128,7 +128,7 @@ struct ClassSpec {
 
 // The backend: one routine per service.
 struct Backend {
-    bool (*registerClass)(const ClassSpec& spec);
+    bool (*registerClass)(const WindowClass& windowClass);
     void (*unregisterClass)(const char* name, Instance instance);
     Window (*createWindow)(const char* className, const char* title, Menu menu);
     void (*destroyWindow)(Window window);
