@@ -1,6 +1,5 @@
 // Saving the trace text under a name (slot 29): the temporary file is copied
 // in blocks of 10000 bytes while the owner window stays responsive.
-#include <cinttypes>
 #include <cstdio>
 
 #include "platform/ui/ui.h"

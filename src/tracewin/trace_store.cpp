@@ -108,6 +108,13 @@ bool repaintWindow(KivGlobal* world) {
            resets == traceResetCount();
 }
 
+// Line lengths are kept in 16 bits: a longer line is recorded as 65535
+// bytes (and read back cut there) rather than with a wrapped length.
+void addToLineLength(KivGlobal* world, size_t segment) {
+    size_t length = world->traceLineLength + segment;
+    world->traceLineLength = static_cast<uint16_t>(length > UINT16_MAX ? UINT16_MAX : length);
+}
+
 // Indexes the text just written at file offset position, segment by segment
 // (a segment ends after a line feed or at the end of the text). False when
 // index memory ran out.
@@ -118,7 +125,7 @@ bool indexText(KivGlobal* world, const char* text, size_t length, uint32_t posit
         size_t segment = feed ? static_cast<const char*>(feed) - (text + offset) + 1 : length - offset;
         if (world->traceLineOpen) {
             if (!feed) {
-                world->traceLineLength = static_cast<uint16_t>(world->traceLineLength + segment);
+                addToLineLength(world, segment);
                 return true;
             }
             world->traceLineOpen = 0;
@@ -131,7 +138,7 @@ bool indexText(KivGlobal* world, const char* text, size_t length, uint32_t posit
             ui::backend().setScrollRange(world->traceWindow, ui::barVertical, 0,
                                          static_cast<int32_t>(world->traceLineCount));
         }
-        world->traceLineLength = static_cast<uint16_t>(world->traceLineLength + segment);
+        addToLineLength(world, segment);
         if (feed) {
             uint32_t last = world->traceLineCount - 1;
             world->traceCurrentPage->lineLengths[last % KIV_TRACE_PAGE_LINES] = world->traceLineLength;

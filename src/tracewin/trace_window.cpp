@@ -77,9 +77,8 @@ void paint(ui::Window window, uintptr_t first, intptr_t second) {
         ui.defaultProcedure(window, ui::Msg::paint, first, second);
         return;
     }
-    ui::Rect area = ui.beginPaint(window);
+    ui.beginPaint(window);
     ui::Rect client = ui.clientRect(window);
-    (void)area;
     int32_t firstLine = std::max(0, client.top / state.lineHeight + state.top - 1);
     int32_t endLine = std::min(state.lineCount, state.top + client.bottom / state.lineHeight);
     char line[kLineCapacity];
@@ -353,7 +352,7 @@ extern "C" int32_t kivOpenTraceWindow(KivGlobal* world) {
     state.blankLine[kLineCapacity] = '\0';
     state.instance = ui::moduleInstance();
     ui.registerClass(ui::WindowClass{ui::kTraceClassName, traceWindowProcedure, 4, state.instance,
-                                   ui::kTraceIconName, ui::kTraceMenuName});
+                                   ui::kTraceIconName, "arrow", 0xFFFFFF, ui::kTraceMenuName});
     state.menu = ui.loadMenu(state.instance, ui::kTraceMenuName);
     ui::Window window = ui.createWindow(ui::kTraceClassName, kTitle, state.menu);
     if (!window) {

@@ -153,6 +153,12 @@ TEST_F(TraceWindow, TextLongerThanTheFormatBufferIsKeptWhole) {
     EXPECT_EQ(kivTracePrint(w.get(), "%s\n", text.c_str()), 3001);
     EXPECT_EQ(w->traceFirstPage->lineLengths[0], 3001);
     EXPECT_EQ(lineAt(0), std::string(1023, 'L'));
+    // A line too long for its 16-bit length is recorded as 65535 bytes.
+    std::string huge(70000, 'H');
+    kivTracePrint(w.get(), "%s", huge.c_str());
+    kivTracePrint(w.get(), "%s\n", huge.c_str());
+    EXPECT_EQ(w->traceFirstPage->lineLengths[1], 65535);
+    EXPECT_EQ(lineAt(1), std::string(1023, 'H'));
 }
 
 TEST_F(TraceWindow, PaintingFollowsScrolling) {

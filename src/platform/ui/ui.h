@@ -123,6 +123,8 @@ struct WindowClass {
     int32_t windowExtraBytes;
     Instance instance;
     const char* iconName;
+    const char* cursorName;     // a stock cursor
+    uint32_t backgroundColour;  // 0xRRGGBB
     const char* menuName;
 };
 
