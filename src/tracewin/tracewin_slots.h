@@ -9,6 +9,14 @@
 extern "C" {
 #endif
 
+/* Trace text store and trace window. */
+KivTracePrintFn kivTracePrint;
+KivTraceVPrintFn kivTraceVPrint;
+KivReadTraceLineFn kivReadTraceLine;
+KivResetTraceFn kivResetTrace;
+KivSaveTraceFn kivSaveTrace;
+KivOpenTraceWindowFn kivOpenTraceWindow;
+
 #ifdef __cplusplus
 }
 #endif
