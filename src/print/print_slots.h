@@ -9,6 +9,9 @@
 extern "C" {
 #endif
 
+/* XML text printer */
+KivPrintXmlTextFn kivPrintXmlText;
+
 #ifdef __cplusplus
 }
 #endif
