@@ -17,6 +17,17 @@ KivRaiseDataFn kivRaiseData __attribute__((noreturn));
 KivRecordMessageFn kivRecordMessage;
 KivDisplayPduFn kivDisplayPdu;
 
+/* Tracing, dumps and the trace file */
+KivHexDumpFn kivHexDump;
+KivOpenTraceFileFn kivOpenTraceFile;
+KivCloseTraceFileFn kivCloseTraceFile;
+KivPrintDottedOctetsFn kivPrintDottedOctets;
+KivPrintQuotedOctetsFn kivPrintQuotedOctets;
+KivTraceEncoderInputFn kivTraceEncoderInput;
+KivTraceEncoderResultFn kivTraceEncoderResult;
+KivTraceDecoderInputFn kivTraceDecoderInput;
+KivTraceDecoderResultFn kivTraceDecoderResult;
+
 #ifdef __cplusplus
 }
 #endif
