@@ -56,7 +56,10 @@ void copyWorld(KivGlobal* child, const KivGlobal* parent) {
     FENK_COPY_RANGE(child, parent, jumpBuffer, reserved1312);
     FENK_COPY_RANGE(child, parent, tempChunks, extraChunks);
     child->messageOut = parent->messageOut;
-    FENK_COPY_RANGE(child, parent, errorPath, errorMode);
+    child->errorPath = parent->errorPath;
+    child->errorPduNumber = parent->errorPduNumber;
+    child->errorPduInfo = parent->errorPduInfo;
+    child->errorMode = parent->errorMode;
     // The reserved range before pendingBits is 32 bits wide; its companion
     // field is copied by copying the whole range.
     FENK_COPY_RANGE(child, parent, reserved2296, reserved2296);

@@ -1,0 +1,209 @@
+// Recorded allocation, block-table disposal and the end-of-operation clean-up.
+#include <cstring>
+
+#include "memory_fixture.h"
+
+namespace fenk::test {
+namespace {
+
+using RecordedAlloc = MemoryTest;
+
+TEST_F(RecordedAlloc, SizesRoundingZeroingAndTheByteCount) {
+    auto* exact = static_cast<uint8_t*>(kivAllocExact(w.get(), 13));
+    auto* rounded = static_cast<uint8_t*>(kivAllocRounded(w.get(), 13));
+    std::memset(rounded, 0xAB, 16);  // asan: the rounded size is really there
+    counter.failAt = 0;
+    auto* zeroed = static_cast<uint8_t*>(kivAllocZeroed(w.get(), 9));
+    for (int i = 0; i < 9; ++i) EXPECT_EQ(zeroed[i], 0);
+    EXPECT_EQ(kivAllocExact(w.get(), 0), nullptr);
+    EXPECT_EQ(w->outputBytes, 13u + 16u + 16u);
+    EXPECT_EQ(w->blockTable.count, 3);
+    EXPECT_EQ(w->blockTable.entries[0], exact);
+    EXPECT_EQ(w->blockTable.entries[2], zeroed);
+    kivFreeTrackedBlocks(w.get(), w->freeHook);
+    EXPECT_EQ(counter.live, 0);
+    EXPECT_EQ(w->outputBytes, 0u);
+}
+
+TEST_F(RecordedAlloc, PoolModeCarvesTheCallerBufferWithoutAlignment) {
+    uint8_t pool[20];
+    w->poolMode = 1;
+    w->poolCursor = pool;
+    w->poolLeft = sizeof pool;
+    w->decodeBufferLength = 20;
+    EXPECT_EQ(kivAllocExact(w.get(), 3), pool);
+    EXPECT_EQ(kivAllocRounded(w.get(), 3), pool + 3);  // rounded to 8, cursor not aligned
+    EXPECT_EQ(w->poolLeft, 9u);
+    EXPECT_EQ(counter.calls, 0);
+    Caught c = run([&] { kivAllocRounded(w.get(), 10); });
+    EXPECT_TRUE(c.raised);
+    EXPECT_EQ(raised.index, 1);
+    EXPECT_EQ(raised.number, 20u);  // the caller buffer's total size
+    c = run([&] { kivNewOutputChunk(w.get()); });
+    EXPECT_EQ(raised.index, 1);
+    EXPECT_EQ(raised.number, 9u);  // what is left of it
+    EXPECT_EQ(w->blockTable.count, 0);
+}
+
+TEST_F(RecordedAlloc, The53rdBlockOpensASecondTableAndFreeingGoesNewestFirst) {
+    void* blocks[53];
+    for (int i = 0; i < 53; ++i) blocks[i] = kivAllocExact(w.get(), 8 + i);
+    ASSERT_EQ(w->blockTable.count, 52);
+    KivBlockTable* second = w->blockTable.next;
+    ASSERT_NE(second, nullptr);
+    EXPECT_EQ(w->currentBlockTable, second);
+    EXPECT_EQ(second->count, 1);
+    EXPECT_EQ(second->entries[0], blocks[52]);
+    EXPECT_EQ(counter.live, 54);
+
+    kivFreeTrackedBlocks(w.get(), w->freeHook);
+    ASSERT_EQ(counter.freeOrder.size(), 54u);
+    EXPECT_EQ(counter.freeOrder[0], blocks[52]);
+    EXPECT_EQ(counter.freeOrder[1], static_cast<void*>(second));
+    for (int i = 0; i < 52; ++i) EXPECT_EQ(counter.freeOrder[2 + i], blocks[51 - i]) << i;
+    EXPECT_EQ(counter.live, 0);
+    EXPECT_EQ(w->blockTable.count, 0);
+    EXPECT_EQ(w->blockTable.next, nullptr);
+    EXPECT_EQ(w->currentBlockTable, &w->blockTable);
+}
+
+TEST_F(RecordedAlloc, FreeingManyTablesIsTheExactReverseOfAllocation) {
+    std::vector<void*> allocated;
+    for (int i = 0; i < 52 * 4 + 7; ++i) {
+        KivBlockTable* before = w->currentBlockTable;
+        void* block = kivAllocExact(w.get(), 16);
+        if (w->currentBlockTable != before) allocated.push_back(w->currentBlockTable);
+        allocated.push_back(block);
+    }
+    ASSERT_EQ(allocated.size(), 52u * 4 + 7 + 4);
+    kivFreeTrackedBlocks(w.get(), w->freeHook);
+    std::vector<void*> reversed(allocated.rbegin(), allocated.rend());
+    EXPECT_EQ(counter.freeOrder, reversed);
+    EXPECT_EQ(counter.live, 0);
+}
+
+TEST_F(RecordedAlloc, DroppingTheTableKeepsTheBlocksForTheCaller) {
+    void* blocks[60];
+    for (auto& b : blocks) b = kivAllocExact(w.get(), 24);
+    kivDropBlockTable(w.get());
+    EXPECT_EQ(counter.frees, 1);  // only the chained table
+    EXPECT_EQ(w->blockTable.count, 0);
+    EXPECT_EQ(w->blockTable.next, nullptr);
+    EXPECT_EQ(w->outputBytes, 0u);
+    for (void* b : blocks) kivFreeBlock(w.get(), b);
+    EXPECT_EQ(counter.live, 0);
+}
+
+TEST_F(RecordedAlloc, FailedAllocationsRaiseWithTheOctetsAskedFor) {
+    counter.failAt = 1;
+    Caught c = run([&] { kivAllocRounded(w.get(), 21); });
+    EXPECT_TRUE(c.raised);
+    EXPECT_EQ(raised.index, 7);
+    EXPECT_EQ(raised.number, 24u);
+    EXPECT_EQ(w->blockTable.count, 1);  // the null block is recorded too
+
+    for (int i = 0; i < 51; ++i) kivAllocExact(w.get(), 8);
+    counter.failAt = counter.calls + 1;
+    c = run([&] { kivAllocExact(w.get(), 8); });
+    EXPECT_EQ(raised.index, 7);
+    EXPECT_EQ(raised.number, 432u);  // the new table
+    counter.failAt = counter.calls + 2;  // the table is obtained, the chunk is not
+    c = run([&] { kivNewOutputChunk(w.get()); });
+    EXPECT_EQ(raised.number, 1024u);
+    EXPECT_EQ(w->currentBlockTable->count, 1);
+    kivEndOperationMemory(w.get());
+    EXPECT_EQ(counter.live, 0);
+}
+
+TEST(FreeBlock, UsesTheWorldsFreeHookOrTheCLibrary) {
+    TestWorld w;
+    AllocCounter counter;
+    installCountingHooks(w.get(), &counter);
+    void* block = w->allocHook(w.get(), 10);
+    kivFreeBlock(w.get(), block);
+    EXPECT_EQ(counter.frees, 1);
+    kivFreeBlock(nullptr, std::malloc(10));  // asan would report a leak or a mismatch
+    w->freeHook = nullptr;
+    kivFreeBlock(w.get(), std::malloc(10));
+}
+
+// A decode-like failure sweep: many recorded blocks over several tables,
+// scratch blocks, temporary chunks and output chunks; whichever allocation
+// fails, the raise carries the octets asked for and the clean-up leaves
+// nothing behind.
+TEST_F(RecordedAlloc, AllocationFailureSweepLeavesNothingBehind) {
+    auto scenario = [&] {
+        void* mark = nullptr;
+        for (int i = 0; i < 130; ++i) {
+            kivAllocZeroed(w.get(), 8 + i % 40);
+            if (i % 25 == 0) {
+                void* t = kivTempAlloc(w.get(), 100 + static_cast<uint64_t>(i));
+                if (!mark) mark = t;
+            }
+            if (i % 40 == 0) kivScratchFree(w.get(), kivScratchAlloc(w.get(), 50));
+        }
+        kivTempRelease(w.get(), mark);
+        kivTempAlloc(w.get(), 3000);
+        kivNewOutputChunk(w.get());
+    };
+    // A clean run counts the allocations.
+    ASSERT_FALSE(run(scenario).raised);
+    long total = counter.calls;
+    kivEndOperationMemory(w.get());
+    ASSERT_EQ(counter.live, 0);
+    ASSERT_GT(total, 130);
+
+    for (long n = 1; n <= total; ++n) {
+        counter = AllocCounter{};
+        counter.failAt = n;
+        w->currentBlockTable = &w->blockTable;
+        w->userBufferStart = w->userBufferEnd = nullptr;
+        Caught c = run(scenario);
+        ASSERT_TRUE(c.raised) << n;
+        EXPECT_EQ(raised.index, 7) << n;
+        EXPECT_TRUE(raised.number == 432 || raised.number == 1024 || raised.number == 50 ||
+                    (raised.number >= 8 && raised.number <= 48) ||
+                    (raised.number >= 100 + 24 && raised.number <= 232 + 24) ||
+                    raised.number == 3024)
+            << n << ": " << raised.number;
+        kivEndOperationMemory(w.get());
+        EXPECT_EQ(counter.live, 0) << n;
+    }
+}
+
+TEST_F(RecordedAlloc, EndOfOperationOrder) {
+    // The deferred block goes through the release routine of slot 55; the
+    // temporary chains and recorded blocks through the free hook.
+    w->deferredBlock = w->allocHook(w.get(), 40);
+    void* temp = kivTempAlloc(w.get(), 16);
+    void* block = kivAllocExact(w.get(), 16);
+    kivEndOperationMemory(w.get());
+    ASSERT_EQ(counter.freeOrder.size(), 3u);
+    EXPECT_EQ(w->deferredBlock, nullptr);
+    EXPECT_EQ(counter.freeOrder[1], static_cast<uint8_t*>(temp) - 24);
+    EXPECT_EQ(counter.freeOrder[2], block);
+    EXPECT_EQ(w->tempChunks, nullptr);
+    EXPECT_EQ(counter.live, 0);
+}
+
+TEST_F(RecordedAlloc, PoolModeEndDropsTheTableAndATempBufferKeepsTheBlocks) {
+    void* block = kivAllocExact(w.get(), 16);
+    w->poolMode = 1;
+    kivEndOperationMemory(w.get());
+    EXPECT_EQ(counter.live, 1);  // dropped, not freed
+    EXPECT_EQ(w->blockTable.count, 0);
+    kivFreeBlock(w.get(), block);
+
+    w->poolMode = 0;
+    useTempBuffer(256);
+    block = kivAllocExact(w.get(), 16);
+    kivTempAlloc(w.get(), 32);
+    kivEndOperationMemory(w.get());
+    EXPECT_EQ(counter.live, 1);
+    EXPECT_EQ(w->blockTable.count, 1);
+    kivFreeTrackedBlocks(w.get(), w->freeHook);
+    EXPECT_EQ(counter.live, 0);
+}
+
+}  // namespace
+}  // namespace fenk::test
