@@ -157,6 +157,7 @@ void kivCompanionEndWorld(KivGlobal* world) {
         std::free(world->globalLock);
         world->globalLock = nullptr;
     }
+    if (world->privateState) std::free(world->privateState->entryTable);
     std::free(world->privateState);
     world->privateState = nullptr;
 }

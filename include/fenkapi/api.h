@@ -158,6 +158,112 @@ static inline void kivRelease(KivGlobal* w, void* block) { KIV_SLOT(KivReleaseFn
 static inline void kivReleaseThroughTable(KivGlobal* w, void* block) { KIV_SLOT(KivReleaseThroughTableFn, kivSlotReleaseThroughTable)(w, block); }
 #endif
 
+
+/* Encoding rules and codec entry points. Rule numbers: 0 BER, 1 PER
+ * (aligned), 2 PER (unaligned), 3 DER, 4 ECN, 5 XER, 6 CXER, 7 CER, 8 EXER. */
+enum {
+    kivRulesBer = 0,
+    kivRulesPerAligned = 1,
+    kivRulesPerUnaligned = 2,
+    kivRulesDer = 3,
+    kivRulesEcn = 4,
+    kivRulesXer = 5,
+    kivRulesCxer = 6,
+    kivRulesCer = 7,
+    kivRulesExer = 8
+};
+
+enum {
+    kivSlotSelectRules = 0,
+    kivSlotEncodeWithFlags = 6,
+    kivSlotDecodeWithFlags = 7,
+    kivSlotEncodePdu = 20,
+    kivSlotDecodePdu = 21,
+    kivSlotReleasePdu = 23,
+    kivSlotMeasureEncoding = 34,
+    kivSlotBerElementLength = 35,
+    kivSlotTranscodeToXml = 192,
+    kivSlotTranscodeFromXml = 193,
+    kivSlotStoreXmlRules = 219,
+    kivSlotChooseXmlRules = 220,
+    kivSlotSkipLeadingOctets = 232
+};
+
+typedef int32_t KivSelectRulesFn(KivGlobal* world, int32_t rules);
+typedef int32_t KivEncodePduFn(KivGlobal* world, int32_t pduNum, void* value, KivBuffer* buffer);
+typedef int32_t KivDecodePduFn(KivGlobal* world, int32_t* pduNum, KivBuffer* input, void** value);
+typedef int32_t KivEncodeWithFlagsFn(KivGlobal* world, int32_t pduNum, void* value,
+                                     uint8_t** address, uint32_t* length, void* unused,
+                                     uint32_t flags, char* message);
+typedef int32_t KivDecodeWithFlagsFn(KivGlobal* world, int32_t* pduNum, uint8_t** address,
+                                     uint32_t* length, void** value, uint32_t* bufferLength,
+                                     void* unused, uint32_t flags, char* message);
+typedef int32_t KivReleasePduFn(KivGlobal* world, int32_t pduNum, void* value);
+typedef uint32_t KivMeasureEncodingFn(KivGlobal* world, int32_t pduNum, void* value);
+typedef uint32_t KivBerElementLengthFn(void* unused, const KivBuffer* buffer);
+typedef int32_t KivTranscodeToXmlFn(KivGlobal* world, int32_t pduNum, int32_t sourceRules,
+                                    KivBuffer* input, KivBuffer* output);
+typedef int32_t KivTranscodeFromXmlFn(KivGlobal* world, int32_t pduNum, int32_t targetRules,
+                                      KivBuffer* input, KivBuffer* output);
+typedef int32_t KivStoreXmlRulesFn(KivGlobal* world, int32_t rules);
+typedef int32_t KivChooseXmlRulesFn(KivGlobal* world);
+typedef int32_t KivSkipLeadingOctetsFn(KivGlobal* world, KivBuffer* buffer, uint8_t octet);
+
+#if KIV_CALL_HELPERS
+static inline int32_t kivSelectRules(KivGlobal* w, int32_t rules) { return KIV_SLOT(KivSelectRulesFn, kivSlotSelectRules)(w, rules); }
+static inline int32_t kivEncodePdu(KivGlobal* w, int32_t pduNum, void* value, KivBuffer* buffer) { return KIV_SLOT(KivEncodePduFn, kivSlotEncodePdu)(w, pduNum, value, buffer); }
+static inline int32_t kivDecodePdu(KivGlobal* w, int32_t* pduNum, KivBuffer* input, void** value) { return KIV_SLOT(KivDecodePduFn, kivSlotDecodePdu)(w, pduNum, input, value); }
+static inline int32_t kivEncodeWithFlags(KivGlobal* w, int32_t pduNum, void* value, uint8_t** address, uint32_t* length, uint32_t flags, char* message) { return KIV_SLOT(KivEncodeWithFlagsFn, kivSlotEncodeWithFlags)(w, pduNum, value, address, length, NULL, flags, message); }
+static inline int32_t kivDecodeWithFlags(KivGlobal* w, int32_t* pduNum, uint8_t** address, uint32_t* length, void** value, uint32_t* bufferLength, uint32_t flags, char* message) { return KIV_SLOT(KivDecodeWithFlagsFn, kivSlotDecodeWithFlags)(w, pduNum, address, length, value, bufferLength, NULL, flags, message); }
+static inline int32_t kivReleasePdu(KivGlobal* w, int32_t pduNum, void* value) { return KIV_SLOT(KivReleasePduFn, kivSlotReleasePdu)(w, pduNum, value); }
+static inline uint32_t kivMeasureEncoding(KivGlobal* w, int32_t pduNum, void* value) { return KIV_SLOT(KivMeasureEncodingFn, kivSlotMeasureEncoding)(w, pduNum, value); }
+static inline uint32_t kivBerElementLength(const KivBuffer* buffer) { return KIV_SLOT(KivBerElementLengthFn, kivSlotBerElementLength)(NULL, buffer); }
+static inline int32_t kivTranscodeToXml(KivGlobal* w, int32_t pduNum, int32_t sourceRules, KivBuffer* input, KivBuffer* output) { return KIV_SLOT(KivTranscodeToXmlFn, kivSlotTranscodeToXml)(w, pduNum, sourceRules, input, output); }
+static inline int32_t kivTranscodeFromXml(KivGlobal* w, int32_t pduNum, int32_t targetRules, KivBuffer* input, KivBuffer* output) { return KIV_SLOT(KivTranscodeFromXmlFn, kivSlotTranscodeFromXml)(w, pduNum, targetRules, input, output); }
+static inline int32_t kivStoreXmlRules(KivGlobal* w, int32_t rules) { return KIV_SLOT(KivStoreXmlRulesFn, kivSlotStoreXmlRules)(w, rules); }
+static inline int32_t kivChooseXmlRules(KivGlobal* w) { return KIV_SLOT(KivChooseXmlRulesFn, kivSlotChooseXmlRules)(w); }
+static inline int32_t kivSkipLeadingOctets(KivGlobal* w, KivBuffer* buffer, uint8_t octet) { return KIV_SLOT(KivSkipLeadingOctetsFn, kivSlotSkipLeadingOctets)(w, buffer, octet); }
+#endif
+
+/* Child worlds and further settings. */
+enum {
+    kivSlotStorePrivatePointer = 94,
+    kivSlotStorePrivateTable = 95,
+    kivSlotStoreEntryTable = 149,
+    kivSlotEndChildWorld = 176,
+    kivSlotMakeChildWorld = 178,
+    kivSlotFetchPrivateWord1 = 182,
+    kivSlotStorePrivateWord1 = 183,
+    kivSlotFetchPrivateWord2 = 184,
+    kivSlotStorePrivateWord2 = 185,
+    kivSlotReleaseTempChain = 301
+};
+
+typedef KivGlobal* KivMakeChildWorldFn(KivGlobal* parent);
+typedef KivGlobal* KivEndChildWorldFn(KivGlobal* child);
+typedef void KivReleaseTempChainFn(KivGlobal* world, void* innermost);
+typedef int32_t KivStorePrivatePointerFn(KivGlobal* world, uint64_t value);
+typedef int32_t KivStorePrivateTableFn(KivGlobal* world, void* first, void* second, uint16_t count);
+typedef uint32_t KivFetchPrivateWord1Fn(KivGlobal* world);
+typedef int32_t KivStorePrivateWord1Fn(KivGlobal* world, uint32_t value);
+typedef uint32_t KivFetchPrivateWord2Fn(KivGlobal* world);
+typedef int32_t KivStorePrivateWord2Fn(KivGlobal* world, uint32_t value);
+typedef int32_t KivStoreEntryTableFn(KivGlobal* world, uint64_t context, uint32_t word,
+                                     const void* entries, uint32_t count, uint64_t extra);
+
+#if KIV_CALL_HELPERS
+static inline KivGlobal* kivMakeChildWorld(KivGlobal* parent) { return KIV_SLOT(KivMakeChildWorldFn, kivSlotMakeChildWorld)(parent); }
+static inline KivGlobal* kivEndChildWorld(KivGlobal* child) { return KIV_SLOT(KivEndChildWorldFn, kivSlotEndChildWorld)(child); }
+static inline void kivReleaseTempChain(KivGlobal* w, void* innermost) { KIV_SLOT(KivReleaseTempChainFn, kivSlotReleaseTempChain)(w, innermost); }
+static inline int32_t kivStorePrivatePointer(KivGlobal* w, uint64_t value) { return KIV_SLOT(KivStorePrivatePointerFn, kivSlotStorePrivatePointer)(w, value); }
+static inline int32_t kivStorePrivateTable(KivGlobal* w, void* first, void* second, uint16_t count) { return KIV_SLOT(KivStorePrivateTableFn, kivSlotStorePrivateTable)(w, first, second, count); }
+static inline uint32_t kivFetchPrivateWord1(KivGlobal* w) { return KIV_SLOT(KivFetchPrivateWord1Fn, kivSlotFetchPrivateWord1)(w); }
+static inline int32_t kivStorePrivateWord1(KivGlobal* w, uint32_t value) { return KIV_SLOT(KivStorePrivateWord1Fn, kivSlotStorePrivateWord1)(w, value); }
+static inline uint32_t kivFetchPrivateWord2(KivGlobal* w) { return KIV_SLOT(KivFetchPrivateWord2Fn, kivSlotFetchPrivateWord2)(w); }
+static inline int32_t kivStorePrivateWord2(KivGlobal* w, uint32_t value) { return KIV_SLOT(KivStorePrivateWord2Fn, kivSlotStorePrivateWord2)(w, value); }
+static inline int32_t kivStoreEntryTable(KivGlobal* w, uint64_t context, uint32_t word, const void* entries, uint32_t count, uint64_t extra) { return KIV_SLOT(KivStoreEntryTableFn, kivSlotStoreEntryTable)(w, context, word, entries, count, extra); }
+#endif
+
 #ifdef __cplusplus
 }
 #endif

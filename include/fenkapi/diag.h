@@ -47,6 +47,56 @@ typedef const char* KivReturnCodeTextFn(KivGlobal* world, int32_t code);
 static inline const char* kivReturnCodeText(KivGlobal* w, int32_t code) { return KIV_SLOT(KivReturnCodeTextFn, kivSlotReturnCodeText)(w, code); }
 #endif
 
+/* Tracing: the hexadecimal dump, the four trace hooks that generated coders
+ * call around each encoding and decoding, the trace file and the printers of
+ * octet strings in hexadecimal value notation. */
+enum {
+    kivSlotHexDump = 19,
+    kivSlotOpenTraceFile = 32,
+    kivSlotCloseTraceFile = 33,
+    kivSlotPrintDottedOctets = 69,
+    kivSlotPrintQuotedOctets = 70,
+    kivSlotTraceEncoderInput = 237,
+    kivSlotTraceEncoderResult = 238,
+    kivSlotTraceDecoderInput = 239,
+    kivSlotTraceDecoderResult = 240
+};
+
+/* debugFlags bits */
+#define KIV_DEBUG_NEWLINE_DECODER 0x01u
+#define KIV_DEBUG_NEWLINE_ENCODER 0x02u
+#define KIV_DEBUG_DECODED_VALUE 0x04u
+#define KIV_DEBUG_DECODER_INPUT 0x08u
+#define KIV_DEBUG_ENCODER_OUTPUT 0x10u
+#define KIV_DEBUG_ENCODER_INPUT 0x20u
+#define KIV_DEBUG_ERRORS 0x40u
+#define KIV_DEBUG_FRAMED_DUMPS 0x80u
+
+typedef void KivHexDumpFn(KivGlobal* world, const uint8_t* octets, int32_t length);
+typedef int32_t KivOpenTraceFileFn(KivGlobal* world, const char* name);
+typedef int32_t KivCloseTraceFileFn(KivGlobal* world);
+typedef int32_t KivPrintDottedOctetsFn(KivGlobal* world, const char* text);
+typedef int32_t KivPrintQuotedOctetsFn(KivGlobal* world, const char* text);
+typedef void KivTraceEncoderInputFn(KivGlobal* world, int32_t pduNum, void* value, void* unused,
+                                    uint8_t* output, int32_t outputLength);
+typedef void KivTraceEncoderResultFn(KivGlobal* world, int32_t error, uint8_t* output,
+                                     uint32_t length);
+typedef void KivTraceDecoderInputFn(KivGlobal* world, const uint8_t* input, int32_t length);
+typedef void KivTraceDecoderResultFn(KivGlobal* world, int32_t error, int32_t pduNum,
+                                     void** value);
+
+#if KIV_CALL_HELPERS
+static inline void kivHexDump(KivGlobal* w, const uint8_t* octets, int32_t length) { KIV_SLOT(KivHexDumpFn, kivSlotHexDump)(w, octets, length); }
+static inline int32_t kivOpenTraceFile(KivGlobal* w, const char* name) { return KIV_SLOT(KivOpenTraceFileFn, kivSlotOpenTraceFile)(w, name); }
+static inline int32_t kivCloseTraceFile(KivGlobal* w) { return KIV_SLOT(KivCloseTraceFileFn, kivSlotCloseTraceFile)(w); }
+static inline int32_t kivPrintDottedOctets(KivGlobal* w, const char* text) { return KIV_SLOT(KivPrintDottedOctetsFn, kivSlotPrintDottedOctets)(w, text); }
+static inline int32_t kivPrintQuotedOctets(KivGlobal* w, const char* text) { return KIV_SLOT(KivPrintQuotedOctetsFn, kivSlotPrintQuotedOctets)(w, text); }
+static inline void kivTraceEncoderInput(KivGlobal* w, int32_t pduNum, void* value, uint8_t* output, int32_t outputLength) { KIV_SLOT(KivTraceEncoderInputFn, kivSlotTraceEncoderInput)(w, pduNum, value, NULL, output, outputLength); }
+static inline void kivTraceEncoderResult(KivGlobal* w, int32_t error, uint8_t* output, uint32_t length) { KIV_SLOT(KivTraceEncoderResultFn, kivSlotTraceEncoderResult)(w, error, output, length); }
+static inline void kivTraceDecoderInput(KivGlobal* w, const uint8_t* input, int32_t length) { KIV_SLOT(KivTraceDecoderInputFn, kivSlotTraceDecoderInput)(w, input, length); }
+static inline void kivTraceDecoderResult(KivGlobal* w, int32_t error, int32_t pduNum, void** value) { KIV_SLOT(KivTraceDecoderResultFn, kivSlotTraceDecoderResult)(w, error, pduNum, value); }
+#endif
+
 #ifdef __cplusplus
 }
 #endif

@@ -301,6 +301,14 @@ static inline int32_t kivGetNamespacePrefix(KivGlobal* w, const char* uri, const
 static inline int32_t kivGetListItem(KivGlobal* w, const KivBufferList* list, uint32_t index, KivBuffer* item) { return KIV_SLOT(KivGetListItemFn, kivSlotGetListItem)(w, list, index, item); }
 #endif
 
+/* XML text printer: an XML encoding printed as it stands (layout 0) or
+ * re-indented (nonzero), through the companion's output. */
+enum { kivSlotPrintXmlText = 194 };
+typedef void KivPrintXmlTextFn(KivGlobal* world, const char* text, int32_t length, uint8_t reindent);
+#if KIV_CALL_HELPERS
+static inline void kivPrintXmlText(KivGlobal* w, const char* text, int32_t length, uint8_t reindent) { KIV_SLOT(KivPrintXmlTextFn, kivSlotPrintXmlText)(w, text, length, reindent); }
+#endif
+
 #ifdef __cplusplus
 }
 #endif

@@ -67,6 +67,34 @@ KivCompanionEntryFn kivCompanionForward146;
 KivCompanionEntryFn kivCompanionForward148;
 KivCompanionEntryFn kivCompanionForward149;
 
+
+/* Encoding rules and codec entry points */
+KivSelectRulesFn kivSelectRules;
+KivEncodePduFn kivEncodePdu;
+KivDecodePduFn kivDecodePdu;
+KivEncodeWithFlagsFn kivEncodeWithFlags;
+KivDecodeWithFlagsFn kivDecodeWithFlags;
+KivReleasePduFn kivReleasePdu;
+KivMeasureEncodingFn kivMeasureEncoding;
+KivBerElementLengthFn kivBerElementLength;
+KivTranscodeToXmlFn kivTranscodeToXml;
+KivTranscodeFromXmlFn kivTranscodeFromXml;
+KivStoreXmlRulesFn kivStoreXmlRules;
+KivChooseXmlRulesFn kivChooseXmlRules;
+KivSkipLeadingOctetsFn kivSkipLeadingOctets;
+
+/* Child worlds and further settings */
+KivMakeChildWorldFn kivMakeChildWorld;
+KivEndChildWorldFn kivEndChildWorld;
+KivReleaseTempChainFn kivReleaseTempChain;
+KivStorePrivatePointerFn kivStorePrivatePointer;
+KivStorePrivateTableFn kivStorePrivateTable;
+KivFetchPrivateWord1Fn kivFetchPrivateWord1;
+KivStorePrivateWord1Fn kivStorePrivateWord1;
+KivFetchPrivateWord2Fn kivFetchPrivateWord2;
+KivStorePrivateWord2Fn kivStorePrivateWord2;
+KivStoreEntryTableFn kivStoreEntryTable;
+
 #ifdef __cplusplus
 }
 #endif

@@ -20,6 +20,17 @@ KivDisplayPduFn kivDisplayPdu;
 /* Return-code descriptions */
 KivReturnCodeTextFn kivReturnCodeText;
 
+/* Tracing, dumps and the trace file */
+KivHexDumpFn kivHexDump;
+KivOpenTraceFileFn kivOpenTraceFile;
+KivCloseTraceFileFn kivCloseTraceFile;
+KivPrintDottedOctetsFn kivPrintDottedOctets;
+KivPrintQuotedOctetsFn kivPrintQuotedOctets;
+KivTraceEncoderInputFn kivTraceEncoderInput;
+KivTraceEncoderResultFn kivTraceEncoderResult;
+KivTraceDecoderInputFn kivTraceDecoderInput;
+KivTraceDecoderResultFn kivTraceDecoderResult;
+
 #ifdef __cplusplus
 }
 #endif

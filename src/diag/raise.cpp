@@ -14,15 +14,6 @@ namespace {
 
 constexpr int32_t kSilentMode = 6;
 constexpr uint32_t kDebugShowErrors = 0x40;
-constexpr int kSlotEncoderResult = 238;
-constexpr int kSlotDecoderResult = 240;
-
-// The result trace hooks as raising calls them: (world, message index, 0,
-// null). The index is the error indicator.
-using EncoderResultHook = void(KivGlobal* world, int32_t indicator, const uint8_t* output,
-                               int32_t length);
-using DecoderResultHook = void(KivGlobal* world, int32_t indicator, int32_t pduNum,
-                               void** value);
 
 KivGlobal* outermost(KivGlobal* world) {
     while (world->parentWorld) world = world->parentWorld;
@@ -42,11 +33,14 @@ bool report(KivGlobal* world, int32_t index, RaiseArgument argument) {
     composeErrorContext(world, index, argument);
     const KivPrivate* state = world->privateState;
     if (!state || !(state->debugFlags & kDebugShowErrors) || !world->messageOut) return true;
+    // The result hooks get the message index as their error indicator.
     if (world->messageOut[0] != 'E') {
-        if (world->apiTable[kSlotDecoderResult])
-            KIV_TABLE_CALL(world, DecoderResultHook, kSlotDecoderResult)(world, index, 0, nullptr);
-    } else if (world->apiTable[kSlotEncoderResult]) {
-        KIV_TABLE_CALL(world, EncoderResultHook, kSlotEncoderResult)(world, index, nullptr, 0);
+        if (world->apiTable[kivSlotTraceDecoderResult])
+            KIV_TABLE_CALL(world, KivTraceDecoderResultFn, kivSlotTraceDecoderResult)(world, index, 0,
+                                                                                     nullptr);
+    } else if (world->apiTable[kivSlotTraceEncoderResult]) {
+        KIV_TABLE_CALL(world, KivTraceEncoderResultFn, kivSlotTraceEncoderResult)(world, index,
+                                                                                 nullptr, 0);
     }
     return true;
 }

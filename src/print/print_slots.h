@@ -58,6 +58,9 @@ KivRealHasClassFn kivRealHasClass;
 KivRealClassWordFn kivRealClassWord;
 KivSetRealClassFn kivSetRealClass;
 
+/* XML text printer */
+KivPrintXmlTextFn kivPrintXmlText;
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,88 @@
+// Hexadecimal dumps in both layouts, and the octet-string printers.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/test_world.h"
+
+using fenk::test::TestWorld;
+
+namespace {
+
+std::string dump(int n, bool framed, uint8_t first = 1) {
+    TestWorld w;
+    if (framed) kivStoreDebugFlags(w.get(), KIV_DEBUG_FRAMED_DUMPS);
+    std::vector<uint8_t> octets(n > 0 ? n : 1);
+    for (int i = 0; i < n; ++i) octets[i] = static_cast<uint8_t>(first + i);
+    kivHexDump(w.get(), octets.data(), n);
+    return w.output();
+}
+
+}  // namespace
+
+TEST(PlainDump, GroupsOfFourThirtyTwoToALine) {
+    EXPECT_EQ(dump(0, false), "");
+    EXPECT_EQ(dump(-3, false), "");
+    EXPECT_EQ(dump(1, false), "01\n");
+    EXPECT_EQ(dump(4, false), "01020304 \n");
+    EXPECT_EQ(dump(5, false), "01020304 05\n");
+    EXPECT_EQ(dump(16, false), "01020304 05060708 090A0B0C 0D0E0F10 \n");
+    EXPECT_EQ(dump(17, false), "01020304 05060708 090A0B0C 0D0E0F10 11\n");
+    std::string line32 =
+        "01020304 05060708 090A0B0C 0D0E0F10 11121314 15161718 191A1B1C 1D1E1F20\n";
+    EXPECT_EQ(dump(32, false), line32);
+    EXPECT_EQ(dump(33, false), line32 + "21\n");
+    EXPECT_EQ(dump(2, false, 0xFE), "FEFF\n");
+}
+
+TEST(FramedDump, OffsetsCharactersAndPadding) {
+    EXPECT_EQ(dump(0, true), "");
+    EXPECT_EQ(dump(-1, true), "#   000000:   \n");
+    EXPECT_EQ(dump(1, true, 'A'), "#   000000:   41" + std::string(40, ' ') + " A\n");
+    EXPECT_EQ(dump(4, true, 'a'), "#   000000:   6162 6364" + std::string(33, ' ') + " abcd\n");
+    EXPECT_EQ(dump(5, true, 'a'),
+              "#   000000:   6162 6364 65" + std::string(30, ' ') + " abcde\n");
+    std::string full = "#   000000:   0102 0304 0506 0708 090A 0B0C 0D0E 0F10    ................";
+    EXPECT_EQ(dump(16, true), full + "\n");
+    // The 17th octet's character stands under the first line's characters.
+    std::string two = dump(17, true);
+    EXPECT_EQ(two, full + "\n#   000010:   11" + std::string(40, ' ') + " .\n");
+    size_t second = two.find('\n') + 1;
+    EXPECT_EQ(two.rfind('.') - second, full.find("....") );
+    std::string d32 = dump(32, true, 0x20);
+    EXPECT_EQ(d32.substr(d32.find('\n') + 1, 14), "#   000010:   ");
+    EXPECT_EQ(d32.back(), '\n');
+    EXPECT_EQ(std::count(d32.begin(), d32.end(), '\n'), 2);
+    std::string d33 = dump(33, true);
+    EXPECT_NE(d33.find("#   000020:   21"), std::string::npos);
+}
+
+TEST(HexDump, NullWorldOrOctetsPrintNothing) {
+    TestWorld w;
+    kivHexDump(w.get(), nullptr, 4);
+    uint8_t x = 1;
+    kivHexDump(nullptr, &x, 1);
+    EXPECT_EQ(w.output(), "");
+}
+
+TEST(OctetPrinters, DottedAndQuoted) {
+    TestWorld w;
+    EXPECT_GT(kivPrintDottedOctets(w.get(), "'0A0B'H"), 0);
+    EXPECT_EQ(w.output(), "10.11");
+    w.clearOutput();
+    EXPECT_EQ(kivPrintDottedOctets(w.get(), "''H"), 0);
+    EXPECT_EQ(w.output(), "");
+    kivPrintDottedOctets(w.get(), "'FF'H");
+    EXPECT_EQ(w.output(), "255");
+    w.clearOutput();
+    kivPrintQuotedOctets(w.get(), "'4101'H");
+    EXPECT_EQ(w.output(), "\"A?\"");
+    w.clearOutput();
+    kivPrintQuotedOctets(w.get(), "''H");
+    EXPECT_EQ(w.output(), "\"\"");
+    w.clearOutput();
+    // Lower-case digits are not hexadecimal here: 'a' counts as 42.
+    kivPrintDottedOctets(w.get(), "'0a'H");
+    EXPECT_EQ(w.output(), "42");
+}
