@@ -184,6 +184,36 @@ static inline int32_t kivDestroyMemoryHandle(KivGlobal* w, KivMemoryHandle* h) {
 static inline int32_t kivUseMemoryHandle(KivGlobal* w, KivMemoryHandle* h) { return KIV_SLOT(KivUseMemoryHandleFn, kivSlotUseMemoryHandle)(w, h); }
 #endif
 
+/* Resetting, fetching and dumping a memory handle. Detail level: the low 4
+ * bits of the detail word (0 sums only, 1 sums only, 2 handle lines, 3 block
+ * lines, 4 fragment lines); bit 0x20 leaves addresses out. */
+enum {
+    kivSlotResetMemoryHandle = 246,
+    kivSlotCurrentMemoryHandle = 249,
+    kivSlotDumpMemoryHandle = 250
+};
+
+typedef struct KivHandleSummary {
+    uint32_t blockCount;
+    uint64_t totalBytes;
+    uint64_t internalBytes;
+    uint64_t allocatedBytes;
+    uint64_t freeBytes;
+} KivHandleSummary;
+
+KIV_STATIC_ASSERT(sizeof(KivHandleSummary) == 40, "handle summary is 40 bytes");
+
+typedef int32_t KivResetMemoryHandleFn(KivGlobal* world, KivMemoryHandle* handle);
+typedef KivMemoryHandle* KivCurrentMemoryHandleFn(KivGlobal* world);
+typedef int32_t KivDumpMemoryHandleFn(KivGlobal* world, KivMemoryHandle* handle,
+                                      KivHandleSummary* summary, uint32_t detail);
+
+#if KIV_CALL_HELPERS
+static inline int32_t kivResetMemoryHandle(KivGlobal* w, KivMemoryHandle* h) { return KIV_SLOT(KivResetMemoryHandleFn, kivSlotResetMemoryHandle)(w, h); }
+static inline KivMemoryHandle* kivCurrentMemoryHandle(KivGlobal* w) { return KIV_SLOT(KivCurrentMemoryHandleFn, kivSlotCurrentMemoryHandle)(w); }
+static inline int32_t kivDumpMemoryHandle(KivGlobal* w, KivMemoryHandle* h, KivHandleSummary* s, uint32_t detail) { return KIV_SLOT(KivDumpMemoryHandleFn, kivSlotDumpMemoryHandle)(w, h, s, detail); }
+#endif
+
 #ifdef __cplusplus
 }
 #endif

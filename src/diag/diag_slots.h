@@ -31,6 +31,11 @@ KivTraceEncoderResultFn kivTraceEncoderResult;
 KivTraceDecoderInputFn kivTraceDecoderInput;
 KivTraceDecoderResultFn kivTraceDecoderResult;
 
+/* Memory-handle reset, current handle and dump */
+KivResetMemoryHandleFn kivResetMemoryHandle;
+KivCurrentMemoryHandleFn kivCurrentMemoryHandle;
+KivDumpMemoryHandleFn kivDumpMemoryHandle;
+
 #ifdef __cplusplus
 }
 #endif

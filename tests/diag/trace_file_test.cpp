@@ -56,3 +56,10 @@ TEST_F(TraceFile, AFileThatCannotBeOpenedLeavesTheStreamAlone) {
     EXPECT_EQ(kivOpenTraceFile(w.get(), nullptr), 6);
     EXPECT_EQ(kivCloseTraceFile(nullptr), 6);
 }
+
+TEST(TraceFileWithoutWindow, ShowsNoBoxes) {
+    fenk::test::TestWorld w;
+    EXPECT_EQ(w->traceWindow, nullptr);
+    EXPECT_EQ(kivOpenTraceFile(w.get(), "/nonexistent/fenk/trace.txt"), 27);
+    EXPECT_EQ(w.output(), "");
+}

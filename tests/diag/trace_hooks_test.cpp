@@ -141,3 +141,27 @@ TEST_F(Hooks, DecoderResultShowsTheDecodedValue) {
     kivTraceDecoderResult(w.get(), 0, 4, &decoded);
     EXPECT_EQ(w.output(), "");
 }
+
+TEST_F(Hooks, ARaiseReachesTheResultHookOfItsSide) {
+    debug(KIV_DEBUG_ERRORS);
+    w->messageOut = w->messageText;
+    w->errorMode = 0;  // encoding: the text starts with 'E'
+    auto caught = fenk::test::catchRaise(w.get(), [&] { kivRaiseText(w.get(), 53, "DER"); });
+    ASSERT_TRUE(caught.raised);
+    EXPECT_EQ(caught.value, 23);
+    const std::string text = "E0103S: The requested encoding rules were not linked: 'DER'.\n";
+    EXPECT_EQ(w.output(), "The encoder error message:\n\n" + text);
+
+    w.clearOutput();
+    w->errorMode = 4;  // decoding
+    caught = fenk::test::catchRaise(w.get(), [&] { kivRaise(w.get(), 45, 0); });
+    EXPECT_EQ(caught.value, 4);
+    EXPECT_EQ(w.output(),
+              "The decoder error message:\n\nD0081S: End of input reached before message was fully "
+              "decoded.\n");
+
+    w.clearOutput();
+    debug(0);
+    caught = fenk::test::catchRaise(w.get(), [&] { kivRaise(w.get(), 45, 0); });
+    EXPECT_EQ(w.output(), "") << "without bit 6 the hooks are not called";
+}

@@ -27,6 +27,8 @@ int32_t scriptedEncode(KivGlobal* world, int32_t pduNum, void* value, KivBuffer*
     s->lastFlags = flags;
     s->lastBuffer = *buffer;
     s->firstOutputOctet = buffer->value && buffer->length ? buffer->value[0] : 0;
+    if (s->traceHooks)
+        kivTraceEncoderInput(world, pduNum, value, buffer->value, static_cast<int32_t>(buffer->length));
     if (s->scribbleFlags) world->encodingFlags = s->scribbleFlags;
     if (s->raiseIndex) kivRaise(world, s->raiseIndex, 0);
     if (s->answer) return s->answer;
@@ -37,6 +39,7 @@ int32_t scriptedEncode(KivGlobal* world, int32_t pduNum, void* value, KivBuffer*
         buffer->value = s->octets.data();
     }
     buffer->length = static_cast<uint32_t>(s->octets.size());
+    if (s->traceHooks) kivTraceEncoderResult(world, 0, buffer->value, buffer->length);
     return 0;
 }
 
@@ -47,11 +50,13 @@ int32_t scriptedDecode(KivGlobal* world, int32_t* pduNum, KivBuffer* input, void
     s->lastPdu = pduNum ? *pduNum : 0;
     s->lastFlags = flags;
     s->lastBuffer = *input;
+    if (s->traceHooks) kivTraceDecoderInput(world, input->value, static_cast<int32_t>(input->length));
     if (s->scribbleFlags) world->decodingFlags = s->scribbleFlags;
     if (s->raiseIndex) kivRaise(world, s->raiseIndex, 0);
     if (s->answer) return s->answer;
     if (s->decodedPdu && pduNum) *pduNum = s->decodedPdu;
     *value = s->decoded;
+    if (s->traceHooks) kivTraceDecoderResult(world, 0, pduNum ? *pduNum : 0, value);
     return 0;
 }
 

@@ -18,6 +18,7 @@ struct CoderScript {
     int32_t answer = 0;           // code returned by both coders
     int32_t raiseIndex = 0;       // nonzero: raise this message (the world must be guarded)
     uint32_t scribbleFlags = 0;   // nonzero: overwrite the world's flags while running
+    bool traceHooks = false;      // call the trace hooks around the work, as generated coders do
 
     // What the coders saw.
     int encodeCalls = 0;

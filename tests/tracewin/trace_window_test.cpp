@@ -431,3 +431,20 @@ TEST(TraceWindowTempFile, FailureKeepsTheWindowWithoutAFile) {
 }
 
 }  // namespace
+
+TEST_F(TraceWindow, TraceFileRefusalsShowWarningBoxes) {
+    std::string path = ::testing::TempDir() + "fenk_trace_boxes.txt";
+    ASSERT_EQ(kivOpenTraceFile(w.get(), path.c_str()), 0);
+    EXPECT_EQ(kivOpenTraceFile(w.get(), path.c_str()), 28);
+    ASSERT_EQ(display->boxCount, 1);
+    EXPECT_EQ(box(0), "Warning|Sorry, Tracing File Is Already Opened");
+    EXPECT_EQ(display->boxes[0].style, ui::boxOk);
+    EXPECT_EQ(kivCloseTraceFile(w.get()), 0);
+    unlink(path.c_str());
+
+    EXPECT_EQ(kivOpenTraceFile(w.get(), "/nonexistent/fenk/trace.txt"), 27);
+    ASSERT_EQ(display->boxCount, 2);
+    EXPECT_EQ(box(1), "Warning|Unable To Open a Tracing File");
+    EXPECT_EQ(display->boxes[1].style, ui::boxOk | ui::iconStop);
+    EXPECT_EQ(w->savedOutputStream, nullptr);
+}
