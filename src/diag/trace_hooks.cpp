@@ -74,7 +74,8 @@ Range forwardOutput(KivGlobal* world, uint8_t* current, uint32_t left, uint8_t**
     uint32_t chunks = 0;
     for (const KivBlockTable* t = &world->blockTable; t; t = t->next)
         chunks += static_cast<uint32_t>(t->count);
-    uint32_t free = world->poolLeft;
+    // The given length is what is still free in the last chunk.
+    uint32_t free = left;
     if (world->pendingBits != 0 && free > 0) --free;
     uint32_t length = chunks * kChunkSize - free;
     uint32_t size = length ? length : 1;
