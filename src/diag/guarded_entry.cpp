@@ -75,12 +75,15 @@ int32_t runGuarded(KivGlobal* world, const GuardedWork& work) {
     } else {
         value = 0;  // a raise during the clean-up of the first
     }
+    // A failed registration left nothing to unregister, and its answer is 19
+    // whatever happened during the clean-up.
+    const bool registrationFailed = trapped && unwinding == kCodeSerialization;
     if (trapped) {
-        // A failed registration left nothing to unregister.
-        if (unwinding != kCodeSerialization) unregisterThread(world);
+        if (!registrationFailed) unregisterThread(world);
         disarmTrap();
     }
     world->jumpBuffer = outerFrame;
+    if (registrationFailed) return kCodeSerialization;
     return value == 0 ? kCodeCleanUpFailed : world->errorCode;
 }
 

@@ -242,6 +242,12 @@ TEST_F(GuardedPrint, CleanUpFreesTemporaryChainsOnce) {
     EXPECT_EQ(display(raise), 18);
     EXPECT_EQ(freeCalls, 2);
     EXPECT_EQ(display(fault), 18);
+    // A failed registration answers 19 even when its clean-up raised.
+    KivCriticalSection* lock = w->globalLock;
+    w->globalLock = nullptr;
+    EXPECT_EQ(display(answerValue), 19);
+    EXPECT_EQ(freeCalls, 4);
+    w->globalLock = lock;
     freeRaises = false;
     EXPECT_EQ(display(fault), 14);
 }
