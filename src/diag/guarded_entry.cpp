@@ -53,12 +53,14 @@ int32_t runGuarded(KivGlobal* world, const GuardedWork& work) {
     ThreadEntry entry;
     prepareFields(world, &frame);
     volatile int unwinding = 0;
+    volatile bool registered = false;
     int value = setjmp(frame);
     if (value == 0) {
         if (trapped) {
             armTrap(world);
             if (!registerThread(world, entry))
                 raiseMessage(world, kSerializationError, {ArgumentForm::number, 0});
+            registered = true;
         }
         int32_t result = work.run(world, work.context);
         if (trapped) {
@@ -75,12 +77,19 @@ int32_t runGuarded(KivGlobal* world, const GuardedWork& work) {
     } else {
         value = 0;  // a raise during the clean-up of the first
     }
+    // An unwinding with 19 answers 19 whatever happened during the clean-up;
+    // it normally means that the registration failed and left nothing to
+    // unregister. But the value 19 can also come from the operation itself (a
+    // silent world jumps with message index 19): the entry that lives in this
+    // frame must then still leave the registry, or the trap would later find
+    // this thread's world through an entry that no longer exists.
+    const bool serialization = trapped && unwinding == kCodeSerialization;
     if (trapped) {
-        // A failed registration left nothing to unregister.
-        if (unwinding != kCodeSerialization) unregisterThread(world);
+        if (registered) unregisterThread(world);
         disarmTrap();
     }
     world->jumpBuffer = outerFrame;
+    if (serialization) return kCodeSerialization;
     return value == 0 ? kCodeCleanUpFailed : world->errorCode;
 }
 

@@ -11,8 +11,10 @@
 #include <thread>
 #include <vector>
 
+#include "support/raise_catcher.h"
 #include "support/test_world.h"
 
+using fenk::test::catchRaise;
 using fenk::test::TestWorld;
 
 namespace {
@@ -31,6 +33,8 @@ enum Action : int32_t {
     raiseInGrandchild = 4,
     inspect = 5,
     nestedThenFault = 6,  // value is another world: a guarded raise there, then a fault here
+    silentSerialization = 7,  // silent mode: the jump value is the index, 19 like the code
+    nestedSilentThenFault = 8,  // value is another world: a silent 19 there, then a fault here
 };
 
 struct Seen {
@@ -45,8 +49,18 @@ KivSignalHandler handlerInForce() {
     return current.sa_handler;
 }
 
+// A guarded print on another world, called far below the caller's frame so
+// that the caller's own later calls leave that print's frame as it was.
+__attribute__((noinline)) int32_t deepSilentPrint(KivGlobal* world) {
+    volatile char pad[1 << 16];
+    pad[sizeof pad - 1] = 0;
+    int32_t dummy = 0;
+    return kivDisplayPdu(world, silentSerialization, &dummy) + pad[sizeof pad - 1];
+}
+
 int32_t printRoutine(KivGlobal* world, int32_t pduNum, void* value) {
-    switch (pduNum & 7) {
+    // Nested requests come negated; the low bits pick their action.
+    switch (pduNum > 7 ? pduNum : pduNum & 7) {
         case raise:
             kivRaise(world, 27, 4);
         case fault:
@@ -61,6 +75,19 @@ int32_t printRoutine(KivGlobal* world, int32_t pduNum, void* value) {
             int32_t dummy = 0;
             if (kivDisplayPdu(static_cast<KivGlobal*>(value), raise, &dummy) != 17) return -1;
             return *faultingAddress();
+        }
+        case silentSerialization:
+            world->errorMode = 6;
+            kivRaise(world, 19, 0);
+        case nestedSilentThenFault: {
+            // The fault belongs to this operation, not to the other world's
+            // one that is over, even inside a jump frame of that world.
+            auto* other = static_cast<KivGlobal*>(value);
+            auto caught = catchRaise(other, [other] {
+                if (deepSilentPrint(other) != 19) return;
+                (void)*faultingAddress();
+            });
+            return caught.raised ? -2 : -1;
         }
         case inspect:
             std::memcpy(&seen.world, world, sizeof *world);
@@ -176,6 +203,9 @@ TEST_F(GuardedPrint, RaisesAndFaultsBecomeAnswers) {
     TestWorld inner{&goodTable};
     EXPECT_EQ(kivDisplayPdu(w.get(), nestedThenFault, inner.get()), 14);
     EXPECT_EQ(inner->errorCode, 17);
+    // The same after an inner operation unwound with the value 19 although
+    // its thread was registered: it must not stay registered.
+    EXPECT_EQ(kivDisplayPdu(w.get(), nestedSilentThenFault, inner.get()), 14);
 }
 
 TEST_F(GuardedPrint, TrapIsInForceOnlyDuringTheOperation) {
@@ -242,6 +272,12 @@ TEST_F(GuardedPrint, CleanUpFreesTemporaryChainsOnce) {
     EXPECT_EQ(display(raise), 18);
     EXPECT_EQ(freeCalls, 2);
     EXPECT_EQ(display(fault), 18);
+    // A failed registration answers 19 even when its clean-up raised.
+    KivCriticalSection* lock = w->globalLock;
+    w->globalLock = nullptr;
+    EXPECT_EQ(display(answerValue), 19);
+    EXPECT_EQ(freeCalls, 4);
+    w->globalLock = lock;
     freeRaises = false;
     EXPECT_EQ(display(fault), 14);
 }
