@@ -165,6 +165,7 @@ TEST(OpenType, DecodedFormPrintsNestedThroughTheGuardedPrint) {
     w->printNesting = 0x10;
     nestedAnswer = 0;
     EXPECT_EQ(w.printed([&] { kivPrintOpenType(w.get(), &value); }), "nested");
+    EXPECT_EQ(lastNested.pduNum, -7) << "negated: a nested print, not a new top-level one";
     EXPECT_EQ(lastNested.value, &decoded);
     EXPECT_EQ(lastNested.nesting, 0x11u);
     EXPECT_EQ(w->printNesting, 0x10u);
