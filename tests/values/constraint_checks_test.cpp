@@ -98,7 +98,7 @@ TEST_F(ConstraintChecks, WideStringsThroughIndexTables) {
 
     // With 256 characters or more the table is not consulted: only the
     // range from the lowest code counts.
-    const KivPermittedAlphabet large{300, nullptr, table.data(), lowest};
+    const KivPermittedAlphabet large{256, nullptr, table.data(), lowest};
     const uint32_t inRange[] = {0x400, 0x412, 0x4FF};
     EXPECT_FALSE(check([&] { kivCheckAlphabet32(w.get(), inRange, 3, &large); }).raised);
     const uint32_t high[] = {0x80000400};
