@@ -76,6 +76,7 @@ TEST(CharString, LimitStopsOutsideARunWithoutABlank) {
     EXPECT_EQ(printWide<uint16_t>(w, {0xE9, 0xE9}), "{{0, 0, 0, 233}, ...}");
     w->printLimit = 13;
     EXPECT_EQ(printWide<uint16_t>(w, {0xE9, 0xE9}), "{...}");
+    EXPECT_EQ(printWide<uint16_t>(w, {0x164, 0x164}), "{...}") << "100 takes three columns";
     // A run that would start past the limit closes the previous element.
     w->printLimit = 9;
     EXPECT_EQ(print8(w, "\x01xyz"), "{{0, 1}, ...}");

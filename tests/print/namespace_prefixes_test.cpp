@@ -84,7 +84,7 @@ TEST_F(NamespacePrefixes, DefaultNamespace) {
     EXPECT_EQ(set("urn:b", nullptr), 0);
     EXPECT_EQ(get("urn:b"), nullptr);
 
-    for (uint32_t flags : {0u, 2u, 3u, 8u}) {
+    for (uint32_t flags : {0u, 2u, 3u, 5u, 8u}) {
         tables_.flags = flags;
         EXPECT_EQ(set("urn:c", nullptr), 111) << flags;
     }

@@ -202,7 +202,7 @@ TEST(DecimalRealText, ParsesIntoMantissaAndExponent) {
         {"1.5E3", "15E2"},  {"0.0", "0E0"},     {"12abc", "12E0"}, {"0.5", "5E-1"},
         {"1.5E", "15E-1"},  {"7.", "7E0"},      {"-100", "-1E2"},  {"+3e-2", "3E-2"},
         {"100.0", "100E0"}, {"1.2.3", "12E-1"}, {"  4", "4E0"},    {"-- note --\n 1.25", "125E-2"},
-        {"--x\n6", "6E0"},
+        {"--x\n6", "6E0"}, {"00", "0E1"},  // the first character stays, one zero moves
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(decimalText(w, text), expected) << text;
 }
@@ -227,6 +227,10 @@ TEST(DecimalRealText, SeventyNineCharactersAtMost) {
     std::snprintf(expected, sizeof expected, "%.0fE0", std::strtod(digits.substr(0, 79).c_str(), nullptr));
     EXPECT_EQ(decimalText(w, digits.substr(0, 79).c_str()), expected);
     EXPECT_EQ(decimalText(w, digits.c_str()), "<IMPLEMENTATION LIMIT EXCEEDED>");
+    // Leading zeros are skipped only without an exponent.
+    EXPECT_EQ(decimalText(w, ("00" + digits.substr(0, 79)).c_str()), expected);
+    EXPECT_EQ(decimalText(w, ("0" + digits.substr(0, 78) + "E1").c_str()),
+              "<IMPLEMENTATION LIMIT EXCEEDED>");
     // The sign is collected too.
     EXPECT_EQ(decimalText(w, ("-" + digits.substr(0, 79)).c_str()),
               "<IMPLEMENTATION LIMIT EXCEEDED>");

@@ -61,6 +61,9 @@ TEST(OctetString, LimitBoundariesAndNoLimit) {
     // Only the low 32 bits count once the whole field is nonzero.
     w->printLimit = (int64_t{1} << 32) + 4;
     EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), "'0011 ...'H");
+    w->printLimit = int64_t{1} << 32;  // a limit of 0, not none
+    EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), "' ...'H");
+    EXPECT_EQ(w.printed([&] { kivPrintBitString(w.get(), octets.data(), 4); }), "' ...'B");
 }
 
 TEST(Hex, PrefixAndSuffixMayBeAbsentWhenPrinting) {
@@ -165,6 +168,7 @@ TEST(OpenType, DecodedFormPrintsNestedThroughTheGuardedPrint) {
     w->printNesting = 0x10;
     nestedAnswer = 0;
     EXPECT_EQ(w.printed([&] { kivPrintOpenType(w.get(), &value); }), "nested");
+    EXPECT_EQ(lastNested.pduNum, -7) << "negated: a nested print, not a new top-level one";
     EXPECT_EQ(lastNested.value, &decoded);
     EXPECT_EQ(lastNested.nesting, 0x11u);
     EXPECT_EQ(w->printNesting, 0x10u);

@@ -54,8 +54,10 @@ std::vector<uint8_t> indexTable(const std::vector<uint32_t>& chars, uint32_t low
 }
 
 TEST_F(ConstraintChecks, EightBitStringsUseTheCodeItself) {
-    const auto table = indexTable({'A', 'B', 'C', ' '}, 0);
-    const KivPermittedAlphabet alphabet{4, nullptr, table.data(), 'A'};
+    // 0xC0 has an index here, yet a code above 127 is refused before the
+    // table is read.
+    const auto table = indexTable({'A', 'B', 'C', ' ', 0xC0}, 0);
+    const KivPermittedAlphabet alphabet{5, nullptr, table.data(), 'A'};
     const uint8_t good[] = "CAB A";
     EXPECT_FALSE(check([&] { kivCheckAlphabet8(w.get(), good, 5, &alphabet); }).raised);
 
@@ -96,7 +98,7 @@ TEST_F(ConstraintChecks, WideStringsThroughIndexTables) {
 
     // With 256 characters or more the table is not consulted: only the
     // range from the lowest code counts.
-    const KivPermittedAlphabet large{300, nullptr, table.data(), lowest};
+    const KivPermittedAlphabet large{256, nullptr, table.data(), lowest};
     const uint32_t inRange[] = {0x400, 0x412, 0x4FF};
     EXPECT_FALSE(check([&] { kivCheckAlphabet32(w.get(), inRange, 3, &large); }).raised);
     const uint32_t high[] = {0x80000400};

@@ -140,8 +140,9 @@ TEST_F(NameLookup, NamespaceTableChoosesPerNamespace) {
     const KivLookupTable lookups[] = {sorted.lookup(), hashed.lookup()};
     const KivNamespaceChoice choices[] = {{"urn:x", 1, 0},      {"urn:y", 0, 500},
                                           {"urn:z", 1, 0xFFFF}, {"urn:q", 0, 61},
-                                          {nullptr, 1, 1},      {"urn:w", 2, 0}};
-    const KivNamespaceNames names{6, choices, lookups};
+                                          {"", 0, 99},          {nullptr, 1, 1},
+                                          {"urn:w", 2, 0}};
+    const KivNamespaceNames names{7, choices, lookups};
     root_ = {KIV_NAMES_BY_NAMESPACE, &names, nullptr, -7, -1};
 
     EXPECT_EQ(look("urn:x", "gamma"), std::make_pair(0, 3u));
@@ -151,6 +152,9 @@ TEST_F(NameLookup, NamespaceTableChoosesPerNamespace) {
     EXPECT_EQ(look("urn:q", "x"), std::make_pair(0, 61u)) << "an unknown namespace compared by text";
     EXPECT_EQ(look("urn:", "x").second, static_cast<uint32_t>(-7)) << "a namespace prefix does not match";
     EXPECT_EQ(look("urn:qq", "x").second, static_cast<uint32_t>(-7));
+    const std::string empty;
+    EXPECT_EQ(look(empty.c_str(), "x").second, static_cast<uint32_t>(-7))
+        << "an empty namespace text matches by pointer only";
     EXPECT_EQ(look(nullptr, "b"), std::make_pair(0, 77u));
     EXPECT_EQ(look(nullptr, "beta"), std::make_pair(5, 0xFFFFFFFFu));
 }
