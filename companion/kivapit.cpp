@@ -157,7 +157,12 @@ void kivCompanionEndWorld(KivGlobal* world) {
         std::free(world->globalLock);
         world->globalLock = nullptr;
     }
-    if (world->privateState) std::free(world->privateState->entryTable);
+    // What the library took from privateAllocRoutine for the world: the
+    // entry table and the world's copy of the namespace entries.
+    if (world->privateState) {
+        std::free(world->privateState->entryTable);
+        std::free(world->privateState->namespaceEntries);
+    }
     std::free(world->privateState);
     world->privateState = nullptr;
 }

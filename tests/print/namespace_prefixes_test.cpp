@@ -24,7 +24,6 @@ protected:
         tables_ = {1, 5, entries_, nullptr, "ns"};
         w.priv()->namespaceTable = &tables_;
     }
-    ~NamespacePrefixes() override { std::free(w.priv()->namespaceEntries); }
 
     int32_t set(const char* uri, const char* prefix) { return kivSetNamespacePrefix(w.get(), uri, prefix); }
     const char* get(const char* uri) {
