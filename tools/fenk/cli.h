@@ -61,10 +61,9 @@ private:
 
 // Runs a service that raises inside a jump frame of its own, as an operation
 // entry would. Answers 0, or the raised message's code with its text in the
-// world's messageText. The service must leave no object needing a
-// destructor on the stack.
-int32_t runRaising(KivGlobal* world, void (*service)(KivGlobal*, void*), void* context,
-                   int32_t errorMode);
+// world's messageText (without the encoder or decoder prefix). The service
+// must leave no object needing a destructor on the stack.
+int32_t runRaising(KivGlobal* world, void (*service)(KivGlobal*, void*), void* context);
 
 // Reports a refusal: the code, its description and any message.
 int refuse(KivGlobal* world, int32_t code);

@@ -101,12 +101,17 @@ World::~World() {
     if (ok_) kivCompanionEndWorld(&world_);
 }
 
-int32_t runRaising(KivGlobal* world, void (*service)(KivGlobal*, void*), void* context,
-                   int32_t errorMode) {
+// Outside encoding and decoding a message has no 'E' or 'D': this error mode
+// leaves the first character, a blank, as it is.
+constexpr int32_t kKeepFirstCharacter = 7;
+
+int32_t runRaising(KivGlobal* world, void (*service)(KivGlobal*, void*), void* context) {
     jmp_buf frame;
     world->jumpBuffer = &frame;
     world->messageOut = world->messageText;
-    world->errorMode = errorMode;
+    world->messageText[0] = ' ';
+    world->messageText[1] = 0;
+    world->errorMode = kKeepFirstCharacter;
     world->errorPduNumber = 0;
     world->errorPath = nullptr;
     world->raiseRoutine = reinterpret_cast<KivRaiseRoutine>(apiTbl[kivSlotRaise]);
@@ -122,7 +127,9 @@ int32_t runRaising(KivGlobal* world, void (*service)(KivGlobal*, void*), void* c
 
 int refuse(KivGlobal* world, int32_t code) {
     const char* text = kivReturnCodeText(world, code);
-    if (world->messageText[0]) std::fputs(world->messageText, stdout);
+    const char* message = world->messageText;
+    if (*message == ' ') ++message;
+    if (*message) std::fputs(message, stdout);
     std::printf("code %d: %s\n", code, text ? text : "(no description)");
     return kRefused;
 }
