@@ -60,18 +60,19 @@ typedef struct CatalogEntry {
 /* The control table: the members the library reads, then the catalog's own. */
 typedef struct CatalogControlTable {
     KivControlTable base;
-    void* const* valueRoutines; /* entry 1 the copier, entry 2 the comparator */
+    const KivValueRoutines* valueRoutines; /* copier and comparator */
 } CatalogControlTable;
 
 extern CatalogControlTable catalogControlTable;
+extern const KivValueRoutines catalogValueRoutines;
 
 /* Makes a world for the catalog: the toolkit initialisation with the catalog's
- * control table, its BER/DER and XER coders, and (when the library has them)
- * its value routines. Answers kivCompanionInitWorld's code. */
+ * control table, then catalogInstall. Answers kivCompanionInitWorld's code. */
 int catalogInitWorld(KivGlobal* world);
 
-/* Installs the coder tables on a world made elsewhere. */
-void catalogInstallCoders(KivGlobal* world);
+/* Installs the BER/DER and XER coder tables and the value routines on a
+ * world made with the catalog's control table. */
+void catalogInstall(KivGlobal* world);
 
 /* The coders, as the world's coder pairs reach them. The encoders leave an
  * encoding from the allocation hook (release it with slot 24) unless the

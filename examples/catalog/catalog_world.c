@@ -17,7 +17,7 @@ const KivComponentDescriptor catalogTagElement = {"", "PrintableString", 19};
 
 CatalogControlTable catalogControlTable = {
     {catalogReleasePdu, KIV_CONTROL_TABLE_VERSION, catalogPrintPdu},
-    NULL,
+    &catalogValueRoutines,
 };
 
 /* The BER coder table: the coder pair first, the backward octet writer at
@@ -28,7 +28,7 @@ static KivCoderPair xerPair = {catalogXerEncode, NULL};
 /* coderFlags bit 1: the coders were made with DER support. */
 #define CATALOG_CODER_DER 0x2u
 
-void catalogInstallCoders(KivGlobal* world) {
+void catalogInstall(KivGlobal* world) {
     KivCoderPair* pair = (KivCoderPair*)berTable;
     pair->encoder = catalogBerEncode;
     pair->decoder = catalogBerDecode;
@@ -36,14 +36,13 @@ void catalogInstallCoders(KivGlobal* world) {
     world->berCoders = pair;
     world->xerCoders = &xerPair;
     world->coderFlags |= CATALOG_CODER_DER;
+    kivSetValueRoutines(world, catalogControlTable.valueRoutines);
 }
 
 int catalogInitWorld(KivGlobal* world) {
     int code = kivCompanionInitWorld(world, &catalogControlTable);
     if (code != 0) return code;
-    catalogInstallCoders(world);
-    if (catalogControlTable.valueRoutines)
-        world->privateState->valueRoutines = (void*)catalogControlTable.valueRoutines;
+    catalogInstall(world);
     return 0;
 }
 

@@ -15,7 +15,7 @@
 namespace fenk::test {
 
 struct CatalogWorld : TestWorld {
-    CatalogWorld() : TestWorld(&catalogControlTable) { catalogInstallCoders(get()); }
+    CatalogWorld() : TestWorld(&catalogControlTable) { catalogInstall(get()); }
 };
 
 struct OwnedEntry {

@@ -41,6 +41,7 @@ TEST_P(RoundTrip, DecodeOfEncodeGivesTheValueBackAndLeavesNothing) {
         Decoded d = decode(w.get(), e.octets);
         ASSERT_EQ(d.code, 0) << w->messageText;
         EXPECT_TRUE(sameEntry(v.entry, *static_cast<CatalogEntry*>(d.value))) << "value " << i;
+        EXPECT_EQ(kivCompareValue(w.get(), CATALOG_PDU_ENTRY, &v.entry, d.value), 0u);
         EXPECT_EQ(kivReleasePdu(w.get(), CATALOG_PDU_ENTRY, d.value), 0);
         ASSERT_EQ(counter.live, 0) << "value " << i;
     }

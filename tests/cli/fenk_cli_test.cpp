@@ -59,6 +59,9 @@ TEST(FenkCli, DemoShowsEveryStep) {
           "#   000000:   305F 0C0D 4D61 7073 2026 2043 6861 7274    0_..Maps & Chart\n",
           "The decoder output:\n\nvalue Entry ::= {",
           "  tags { \"2026\", \"Archive\", \"reference\" },",
+          "kivCopyValue answered 0\nkivCompareValue(decoded, copy) answered 0: equal\n"
+          "kivCompareValue(sample, copy) answered 0: equal\n"
+          "kivCompareValue(sample, copy with serial + 1) answered 1: different\n",
           "<Entry>\n  <name>Maps &amp; Charts</name>\n",
           "kivDecodePdu answered 12\nD0012S: Out-of-range value in time type. Month = 13; "
           "check field 'created' (type: GeneralizedTime) of PDU #1 'Entry'.\n"

@@ -10,8 +10,9 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: fenk demo\n"
-    "Encodes a sample Entry in DER with tracing on, decodes it back, transcodes\n"
-    "it to XML, and shows a damaged encoding failing with its message.\n";
+    "Encodes a sample Entry in DER with tracing on, decodes it back, copies and\n"
+    "compares it, transcodes it to XML, and shows a damaged encoding failing\n"
+    "with its message.\n";
 
 void heading(const char* text) { std::printf("\n==== %s ====\n\n", text); }
 
@@ -51,6 +52,22 @@ int demo(int argc, char** argv) {
     if (code) return refuse(w, code);
     std::printf("\nkivDecodePdu answered %d\n", code);
     kivStoreDebugFlags(w, 0);
+
+    heading("Copying and comparing the decoded value");
+    void* copy = nullptr;
+    code = static_cast<int32_t>(kivCopyValue(w, CATALOG_PDU_ENTRY, decoded, &copy));
+    if (code) return refuse(w, code);
+    std::printf("kivCopyValue answered %d\n", code);
+    auto compare = [&](const char* what, const void* a, const void* b) {
+        uint32_t answer = kivCompareValue(w, CATALOG_PDU_ENTRY, a, b);
+        std::printf("kivCompareValue(%s) answered %u: %s\n", what, answer,
+                    answer ? "different" : "equal");
+    };
+    compare("decoded, copy", decoded, copy);
+    compare("sample, copy", sample, copy);
+    ++static_cast<CatalogEntry*>(copy)->serial;
+    compare("sample, copy with serial + 1", sample, copy);
+    kivReleasePdu(w, CATALOG_PDU_ENTRY, copy);
 
     heading("Transcoding the DER encoding to XML, re-indented");
     kivStoreXmlRules(w, 5);
