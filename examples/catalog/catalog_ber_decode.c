@@ -124,10 +124,12 @@ static void readBits(Reader* r, CatalogString* bits) {
     bits->value = keep(r->world, c + 1, length - 1, 0);
 }
 
-static int isPrintable(uint8_t c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
-           strchr(" '()+,-./:=?", c) != NULL;
-}
+/* The PrintableString alphabet, one flag per octet. */
+static const uint8_t printable[256] = {
+    ['A' ... 'Z'] = 1, ['a' ... 'z'] = 1, ['0' ... '9'] = 1, [' '] = 1, ['\''] = 1,
+    ['('] = 1,         [')'] = 1,         ['+'] = 1,         [','] = 1, ['-'] = 1,
+    ['.'] = 1,         ['/'] = 1,         [':'] = 1,         ['='] = 1, ['?'] = 1,
+};
 
 static CatalogTag* readTags(Reader* r) {
     KivGlobal* world = r->world;
@@ -146,7 +148,7 @@ static CatalogTag* readTags(Reader* r) {
         uint32_t n;
         const uint8_t* text = expect(&body, 0x13, &n);
         for (uint32_t i = 0; i < n; ++i)
-            if (text[i] == 0 || !isPrintable(text[i])) kivRaise(world, MSG_ALPHABET, text[i]);
+            if (!printable[text[i]]) kivRaise(world, MSG_ALPHABET, text[i]);
         uint32_t encodedLength = (uint32_t)(body.p - start);
         if (r->der && previous) {
             /* Canonical order: ascending encodings, a prefix first. */
@@ -236,7 +238,12 @@ int32_t catalogBerDecode(KivGlobal* world, int32_t* pduNum, KivBuffer* input, vo
         world->poolLeft = world->decodeBufferLength;
     }
     if (setjmp(frame)) {
+        /* With a temporary buffer the end of the operation leaves recorded
+         * blocks alone (they may be its own); the value's blocks are ours. */
+        if (!pool && world->privateState->userBufferLength)
+            kivFreeTrackedBlocks(world, world->freeHook);
         kivEndOperationMemory(world);
+        world->poolMode = 0;
         world->errorPath = NULL;
         if (!pool) *value = NULL;
         return world->errorCode;
@@ -249,5 +256,6 @@ int32_t catalogBerDecode(KivGlobal* world, int32_t* pduNum, KivBuffer* input, vo
     /* The blocks now belong to the caller. */
     if (!pool) kivDropBlockTable(world);
     kivEndOperationMemory(world);
+    world->poolMode = 0;
     return 0;
 }

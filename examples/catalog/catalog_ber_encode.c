@@ -15,7 +15,23 @@ typedef struct Writer {
 } Writer;
 
 static void put(Writer* w, const uint8_t* octets, uint32_t length) {
-    catalogWriteBackward(w->world, &w->cursor, &w->left, octets, length);
+    if (length > w->left) {
+        catalogWriteBackward(w->world, &w->cursor, &w->left, octets, length);
+        return;
+    }
+    w->cursor -= length;
+    w->left -= length;
+    memcpy(w->cursor, octets, length);
+}
+
+/* Headers are a few octets: copied one by one, without a call. */
+static void putSmall(Writer* w, const uint8_t* octets, uint32_t length) {
+    if (length > w->left) {
+        catalogWriteBackward(w->world, &w->cursor, &w->left, octets, length);
+        return;
+    }
+    w->left -= length;
+    while (length) *--w->cursor = octets[--length];
 }
 
 /* Writes the identifier and length octets in front of length content octets
@@ -33,7 +49,7 @@ static uint32_t putHeader(Writer* w, uint8_t tag, uint32_t length) {
     }
     header[5 - n] = tag;
     ++n;
-    put(w, header + 6 - n, n);
+    putSmall(w, header + 6 - n, n);
     return n + length;
 }
 

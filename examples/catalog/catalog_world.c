@@ -58,6 +58,8 @@ void catalogBeginOperation(KivGlobal* world, jmp_buf* frame, int32_t mode, int32
     world->childWorld = NULL;
     world->currentBlockTable = &world->blockTable;
     world->pendingBits = 0;
+    world->poolMode = 0;
+    world->poolLeft = 0;
     const KivPrivate* p = world->privateState;
     if (p && p->userBufferLength) {
         world->userBufferStart = p->userBufferAddress;

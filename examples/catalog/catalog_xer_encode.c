@@ -105,8 +105,6 @@ int32_t catalogXerEncode(KivGlobal* world, int32_t pduNum, void* value, KivBuffe
         world->errorPath = NULL;
         return world->errorCode;
     }
-    world->poolMode = 0;
-    world->poolLeft = 0;
     world->encodedOctetCount = 0;
     if (!(flags & KIV_ENCODE_COUNT_ONLY))
         kivTraceEncoderInput(world, pduNum, value, output->value, (int32_t)output->length);

@@ -160,9 +160,29 @@ TEST(Decoding, IntoTheCallersBufferBuildsTheValueThere) {
     EXPECT_EQ(value, room);
     EXPECT_TRUE(sameEntry(*catalogSampleEntry(), *static_cast<CatalogEntry*>(value)));
     EXPECT_EQ(counter.live, 0);
+    // The world is back out of the caller's buffer for the next encoding.
+    EXPECT_EQ(encodeEntry(w.get(), *catalogSampleEntry()).octets, e.octets);
     kivStoreDecodeBufferLength(w.get(), 64);
     value = room;
     EXPECT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 1);
+    EXPECT_EQ(counter.live, 0);
+}
+
+TEST(Decoding, WithATemporaryBufferStillGivesBackAFailedValue) {
+    CatalogWorld w;
+    AllocCounter counter;
+    installCountingHooks(w.get(), &counter);
+    alignas(8) static uint8_t temporary[16 * 1024];
+    KivWorkBuffer work{sizeof temporary, temporary};
+    ASSERT_EQ(kivStoreWorkBuffer(w.get(), &work), 0);
+    kivSelectRules(w.get(), 3);
+    Encoded e = encodeEntry(w.get(), *catalogSampleEntry());
+    ASSERT_EQ(e.code, 0);
+    e.octets.resize(e.octets.size() - 1);  // the note's last octet is missing
+    KivBuffer in{static_cast<uint32_t>(e.octets.size()), e.octets.data()};
+    int32_t pdu = CATALOG_PDU_ENTRY;
+    void* value = nullptr;
+    EXPECT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 4);
     EXPECT_EQ(counter.live, 0);
 }
 
