@@ -15,6 +15,7 @@ typedef struct Writer {
 } Writer;
 
 static void put(Writer* w, const uint8_t* octets, uint32_t length) {
+    if (length == 0) return; /* an empty value may have no data at all */
     if (length > w->left) {
         catalogWriteBackward(w->world, &w->cursor, &w->left, octets, length);
         return;

@@ -18,9 +18,10 @@ bool buildEntry(const Args& args, EntryValue& v) {
         v.entry.name.value = reinterpret_cast<uint8_t*>(v.name.data());
     }
     if (args.has("serial")) {
+        const std::string serial = args.get("serial");
         char* end = nullptr;
-        v.entry.serial = std::strtoll(args.get("serial").c_str(), &end, 10);
-        if (*end || args.get("serial").empty()) {
+        v.entry.serial = std::strtoll(serial.c_str(), &end, 10);
+        if (*end || serial.empty()) {
             std::fprintf(stderr, "fenk: --serial takes a decimal integer\n");
             return false;
         }

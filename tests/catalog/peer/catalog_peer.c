@@ -41,7 +41,8 @@ PeerEntry* peerFromCatalog(const CatalogEntry* e) {
     if (ok && octets && e->flags.length % 8)
         p->flags->data[octets - 1] &= (unsigned char)(0xFFu << (8 - e->flags.length % 8));
     if (ok) p->flags->flags &= ~(long)(ASN1_STRING_FLAG_BITS_LEFT | 0x07);
-    p->tags = OPENSSL_sk_new_null();
+    /* A new value already holds an empty stack for the SET OF. */
+    if (!p->tags) p->tags = OPENSSL_sk_new_null();
     ok = ok && p->tags;
     for (const CatalogTag* t = e->tags; ok && t; t = t->next) {
         ASN1_STRING* s = ASN1_STRING_type_new(V_ASN1_PRINTABLESTRING);
