@@ -21,6 +21,7 @@ static int32_t copyEntry(KivGlobal* world, uint32_t pduNum, const void* source,
                             (int32_t)sizeof(CatalogTag));
     for (CatalogTag* t = d->tags; t; t = t->next) t->value = kivCopyText(world, t->value);
     if (s->bitMask & CATALOG_NOTE_PRESENT) kivCopyOpenType(world, &s->note, &d->note);
+    else memset(&d->note, 0, sizeof d->note);
     *destination = d;
     return 0;
 }
