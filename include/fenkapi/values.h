@@ -283,6 +283,291 @@ KIV_STATIC_ASSERT(offsetof(KivOpenType, encoded) == 8, "encoded");
 KIV_STATIC_ASSERT(offsetof(KivOpenType, decoded) == 16, "decoded");
 /* end of the open-type record */
 
+/* Value copy and comparison: the guarded copy and comparison of whole PDU
+ * values through the control table's value routines, and the helpers that
+ * generated copiers and comparators call for the shapes that recur in every
+ * schema. Copy helpers allocate from working memory and raise on failure. */
+enum {
+    kivSlotEqualsDefault = 150,
+    kivSlotCompareValue = 151,
+    kivSlotBitsDiffer = 152,
+    kivSlotNamedBitsDiffer = 153,
+    kivSlotLengthDataDiffer = 154,
+    kivSlotHugeIntegersDiffer = 155,
+    kivSlotListsDiffer = 156,
+    kivSlotListHeadsDiffer = 157,
+    kivSlotOpenTypesDiffer = 158,
+    kivSlotSetValueRoutines = 159,
+    kivSlotCopyValue = 160,
+    kivSlotCopySinglyLinkedList = 161,
+    kivSlotCopyDoublyLinkedList = 162,
+    kivSlotCopyLengthData = 163,
+    kivSlotCopyText = 164,
+    kivSlotCopyOpenType = 165,
+    kivSlotCopyLengthDataAt = 169,
+    kivSlotLengthDataAtDiffer = 170,
+    kivSlotCompareHugeIntegers = 171,
+    kivSlotKindValuesDiffer = 173,
+    kivSlotCopyCountedList = 241
+};
+
+/* Bits of decodingFlags: copies leave out, and comparisons ignore, the
+ * encoded or the decoded form of open types. */
+#define KIV_IGNORE_ENCODED_OPEN_TYPE 0x80000u
+#define KIV_IGNORE_DECODED_OPEN_TYPE 0x100000u
+/* Bit of shortSetting: open-type records carry an 8-byte user field. */
+#define KIV_OPEN_TYPE_USER_FIELD 0x0004u
+/* Width selector of the length-plus-data helpers: a 16-bit length field
+ * (any other value: 32 bits). The data pointer is at offset 8 either way. */
+#define KIV_LENGTH_WIDTH_16 2
+/* A negative unit means the length counts bits. */
+#define KIV_UNIT_BITS (-1)
+
+/* The generated value routines. A copier stores the address of the new
+ * top-level value through its last argument; a comparator answers 0 for
+ * equal values. */
+typedef int32_t (*KivValueCopier)(KivGlobal* world, uint32_t pduNum, const void* source,
+                                  void** destination);
+typedef int32_t (*KivValueComparator)(KivGlobal* world, uint32_t pduNum, const void* first,
+                                      const void* second);
+
+/* The control table's table of value routines (entries 1 and 2 are the ones
+ * this library calls). */
+typedef struct KivValueRoutines {
+    KivRoutine entry0;
+    KivValueCopier copier;
+    KivValueComparator comparator;
+} KivValueRoutines;
+
+/* Length-plus-data records: the length (u32, or u16 with width selector 2),
+ * then the data pointer at offset 8. */
+typedef struct KivLengthData {
+    uint32_t length;
+    void* data;
+} KivLengthData;
+
+typedef struct KivShortLengthData {
+    uint16_t length;
+    void* data;
+} KivShortLengthData;
+
+/* List nodes: the next pointer first (null ends the list); a doubly linked
+ * node has the previous pointer next; the element follows. */
+typedef struct KivListNode {
+    struct KivListNode* next;
+} KivListNode;
+
+typedef struct KivDoubleNode {
+    struct KivDoubleNode* next;
+    struct KivDoubleNode* previous;
+} KivDoubleNode;
+
+typedef struct KivCountedList {
+    KivDoubleNode* first;
+    KivDoubleNode* last;
+    uint32_t count;
+} KivCountedList;
+
+/* The open-type record with its user field (KIV_OPEN_TYPE_USER_FIELD). */
+typedef struct KivOpenTypeWithUser {
+    KivOpenType common;
+    uint64_t userField;
+} KivOpenTypeWithUser;
+
+KIV_STATIC_ASSERT(sizeof(KivValueRoutines) == 24, "value routines");
+KIV_STATIC_ASSERT(sizeof(KivLengthData) == 16, "length-plus-data record is 16 bytes");
+KIV_STATIC_ASSERT(offsetof(KivShortLengthData, data) == 8, "data pointer at offset 8");
+KIV_STATIC_ASSERT(sizeof(KivDoubleNode) == 16, "doubly linked node header");
+KIV_STATIC_ASSERT(sizeof(KivCountedList) == 24, "counted-list holder is 24 bytes");
+KIV_STATIC_ASSERT(offsetof(KivCountedList, count) == 16, "count");
+KIV_STATIC_ASSERT(sizeof(KivOpenTypeWithUser) == 32, "open type with user field");
+
+/* Guarded operations: 0 or a return code (6 null argument, 25 no value
+ * routine, else the code of the raised message). With *destination set, the
+ * copy is built inside that caller buffer of decodeBufferLength octets. */
+typedef uint32_t KivCopyValueFn(KivGlobal* world, uint32_t pduNum, const void* source,
+                                void** destination);
+typedef uint32_t KivCompareValueFn(KivGlobal* world, uint32_t pduNum, const void* first,
+                                   const void* second);
+typedef void KivSetValueRoutinesFn(KivGlobal* world, const KivValueRoutines* routines);
+
+/* Copy helpers: with a null destination a new record is allocated; the
+ * result is the destination. */
+typedef void* KivCopyLengthDataFn(KivGlobal* world, const void* source, void* destination,
+                                  int16_t width, int32_t unit);
+typedef void* KivCopyLengthDataAtFn(KivGlobal* world, const void* source, void* destination,
+                                    int16_t width, int32_t unit, uint32_t position);
+typedef KivListNode** KivCopyListFn(KivGlobal* world, KivListNode* const* source,
+                                    KivListNode** destination, int32_t nodeSize);
+typedef KivCountedList* KivCopyCountedListFn(KivGlobal* world, KivDoubleNode* const* source,
+                                             KivCountedList* destination, uint32_t nodeSize);
+typedef char* KivCopyTextFn(KivGlobal* world, const char* text);
+typedef KivOpenType* KivCopyOpenTypeFn(KivGlobal* world, const KivOpenType* source,
+                                       KivOpenType* destination);
+
+/* Compare helpers: 0 equal, 1 different. */
+typedef int32_t KivBitsDifferFn(const uint8_t* a, const uint8_t* b, int32_t bitCount);
+typedef int32_t KivNamedBitsDifferFn(const uint8_t* a, const uint8_t* b, int32_t bitsA,
+                                     int32_t bitsB);
+typedef int32_t KivLengthDataDifferFn(const void* a, const void* b, int16_t width, int32_t unit);
+typedef int32_t KivLengthDataAtDifferFn(const void* a, const void* b, int16_t width, int32_t unit,
+                                        uint32_t position);
+typedef int32_t KivHugeIntegersDifferFn(const void* a, const void* b, int16_t width,
+                                        int32_t isSigned);
+/* Negative, 0 or positive as a orders before, with or after b. */
+typedef int32_t KivCompareHugeIntegersFn(const void* a, const void* b, int16_t width,
+                                         int32_t isSigned, uint32_t position);
+typedef int32_t KivListsDifferFn(KivListNode* const* a, KivListNode* const* b,
+                                 int32_t elementSize);
+typedef int32_t KivListHeadsDifferFn(const KivListNode* a, const KivListNode* b,
+                                     uint32_t elementSize);
+typedef int32_t KivOpenTypesDifferFn(KivGlobal* world, const KivOpenType* a, const KivOpenType* b);
+/* 1 when the value equals the default value. */
+typedef uint8_t KivEqualsDefaultFn(KivGlobal* world, const void* value, const void* defaultValue,
+                                   int32_t size, uint32_t bits, uint32_t kind);
+/* 0 equal, 1 different, 255 not comparable. */
+typedef int32_t KivKindValuesDifferFn(KivGlobal* world, const void* a, const void* b,
+                                      uint32_t size, uint32_t position, uint32_t bits,
+                                      uint32_t kind);
+
+#if KIV_CALL_HELPERS
+static inline uint32_t kivCopyValue(KivGlobal* w, uint32_t pduNum, const void* source, void** destination) { return KIV_SLOT(KivCopyValueFn, kivSlotCopyValue)(w, pduNum, source, destination); }
+static inline uint32_t kivCompareValue(KivGlobal* w, uint32_t pduNum, const void* first, const void* second) { return KIV_SLOT(KivCompareValueFn, kivSlotCompareValue)(w, pduNum, first, second); }
+static inline void kivSetValueRoutines(KivGlobal* w, const KivValueRoutines* routines) { KIV_SLOT(KivSetValueRoutinesFn, kivSlotSetValueRoutines)(w, routines); }
+static inline void* kivCopyLengthData(KivGlobal* w, const void* source, void* destination, int16_t width, int32_t unit) { return KIV_SLOT(KivCopyLengthDataFn, kivSlotCopyLengthData)(w, source, destination, width, unit); }
+static inline void* kivCopyLengthDataAt(KivGlobal* w, const void* source, void* destination, int16_t width, int32_t unit, uint32_t position) { return KIV_SLOT(KivCopyLengthDataAtFn, kivSlotCopyLengthDataAt)(w, source, destination, width, unit, position); }
+static inline KivListNode** kivCopySinglyLinkedList(KivGlobal* w, KivListNode* const* source, KivListNode** destination, int32_t nodeSize) { return KIV_SLOT(KivCopyListFn, kivSlotCopySinglyLinkedList)(w, source, destination, nodeSize); }
+static inline KivListNode** kivCopyDoublyLinkedList(KivGlobal* w, KivListNode* const* source, KivListNode** destination, int32_t nodeSize) { return KIV_SLOT(KivCopyListFn, kivSlotCopyDoublyLinkedList)(w, source, destination, nodeSize); }
+static inline KivCountedList* kivCopyCountedList(KivGlobal* w, KivDoubleNode* const* source, KivCountedList* destination, uint32_t nodeSize) { return KIV_SLOT(KivCopyCountedListFn, kivSlotCopyCountedList)(w, source, destination, nodeSize); }
+static inline char* kivCopyText(KivGlobal* w, const char* text) { return KIV_SLOT(KivCopyTextFn, kivSlotCopyText)(w, text); }
+static inline KivOpenType* kivCopyOpenType(KivGlobal* w, const KivOpenType* source, KivOpenType* destination) { return KIV_SLOT(KivCopyOpenTypeFn, kivSlotCopyOpenType)(w, source, destination); }
+static inline int32_t kivBitsDiffer(const uint8_t* a, const uint8_t* b, int32_t bitCount) { return KIV_SLOT(KivBitsDifferFn, kivSlotBitsDiffer)(a, b, bitCount); }
+static inline int32_t kivNamedBitsDiffer(const uint8_t* a, const uint8_t* b, int32_t bitsA, int32_t bitsB) { return KIV_SLOT(KivNamedBitsDifferFn, kivSlotNamedBitsDiffer)(a, b, bitsA, bitsB); }
+static inline int32_t kivLengthDataDiffer(const void* a, const void* b, int16_t width, int32_t unit) { return KIV_SLOT(KivLengthDataDifferFn, kivSlotLengthDataDiffer)(a, b, width, unit); }
+static inline int32_t kivLengthDataAtDiffer(const void* a, const void* b, int16_t width, int32_t unit, uint32_t position) { return KIV_SLOT(KivLengthDataAtDifferFn, kivSlotLengthDataAtDiffer)(a, b, width, unit, position); }
+static inline int32_t kivHugeIntegersDiffer(const void* a, const void* b, int16_t width, int32_t isSigned) { return KIV_SLOT(KivHugeIntegersDifferFn, kivSlotHugeIntegersDiffer)(a, b, width, isSigned); }
+static inline int32_t kivCompareHugeIntegers(const void* a, const void* b, int16_t width, int32_t isSigned, uint32_t position) { return KIV_SLOT(KivCompareHugeIntegersFn, kivSlotCompareHugeIntegers)(a, b, width, isSigned, position); }
+static inline int32_t kivListsDiffer(KivListNode* const* a, KivListNode* const* b, int32_t elementSize) { return KIV_SLOT(KivListsDifferFn, kivSlotListsDiffer)(a, b, elementSize); }
+static inline int32_t kivListHeadsDiffer(const KivListNode* a, const KivListNode* b, uint32_t elementSize) { return KIV_SLOT(KivListHeadsDifferFn, kivSlotListHeadsDiffer)(a, b, elementSize); }
+static inline int32_t kivOpenTypesDiffer(KivGlobal* w, const KivOpenType* a, const KivOpenType* b) { return KIV_SLOT(KivOpenTypesDifferFn, kivSlotOpenTypesDiffer)(w, a, b); }
+static inline uint8_t kivEqualsDefault(KivGlobal* w, const void* value, const void* defaultValue, int32_t size, uint32_t bits, uint32_t kind) { return KIV_SLOT(KivEqualsDefaultFn, kivSlotEqualsDefault)(w, value, defaultValue, size, bits, kind); }
+static inline int32_t kivKindValuesDiffer(KivGlobal* w, const void* a, const void* b, uint32_t size, uint32_t position, uint32_t bits, uint32_t kind) { return KIV_SLOT(KivKindValuesDifferFn, kivSlotKindValuesDiffer)(w, a, b, size, position, bits, kind); }
+#endif
+/* end of value copy and comparison */
+
+/* Value constructors: blocks of the layouts generated code expects, from the
+ * world's allocation hook, to be released with the library's free
+ * operations. Failure of any kind gives null and leaves nothing behind;
+ * nothing raises. */
+enum {
+    kivSlotNewValue8a = 251,
+    kivSlotNewValue8b = 252,
+    kivSlotNewValue16a = 253,
+    kivSlotNewValue16b = 254,
+    kivSlotNewValue32a = 255,
+    kivSlotNewValue32b = 256,
+    kivSlotNewValue32c = 257,
+    kivSlotNewValue32d = 258,
+    kivSlotNewValue64a = 259,
+    kivSlotNewValue64b = 260,
+    kivSlotNewFloat = 261,
+    kivSlotNewDouble = 262,
+    kivSlotNewValue8c = 263,
+    kivSlotNewValue64c = 264,
+    kivSlotNewEmptyText = 269,
+    kivSlotNewText = 270,
+    kivSlotNewString16 = 271,
+    kivSlotNewString32 = 272,
+    kivSlotNewOctets = 273,
+    kivSlotNewOctetsFromText = 274,
+    kivSlotNewBits = 275,
+    kivSlotNewArray = 276,
+    kivSlotNewArrayCopy = 277,
+    kivSlotNewOpenTypeEncoded = 278,
+    kivSlotNewOpenTypeDecoded = 279,
+    kivSlotNewContainingBits = 280,
+    kivSlotNewContainingOctets = 281,
+    kivSlotNewContainingValue = 282
+};
+
+/* Array record: the element count and the elements. */
+typedef struct KivArray {
+    uint32_t count;
+    void* elements;
+} KivArray;
+
+/* Contents-constraint record: the length of the encoded form (bits or
+ * octets), the encoded form and the decoded value. */
+typedef struct KivContaining {
+    uint32_t length;
+    uint8_t* encoded;
+    void* decoded;
+} KivContaining;
+
+KIV_STATIC_ASSERT(sizeof(KivArray) == 16, "array record is 16 bytes");
+KIV_STATIC_ASSERT(sizeof(KivContaining) == 24, "contents-constraint record is 24 bytes");
+KIV_STATIC_ASSERT(offsetof(KivContaining, decoded) == 16, "decoded");
+
+typedef uint8_t* KivNewValue8Fn(KivGlobal* world, uint8_t value);
+typedef uint16_t* KivNewValue16Fn(KivGlobal* world, uint16_t value);
+typedef uint32_t* KivNewValue32Fn(KivGlobal* world, uint32_t value);
+typedef uint64_t* KivNewValue64Fn(KivGlobal* world, uint64_t value);
+typedef float* KivNewFloatFn(KivGlobal* world, float value);
+typedef double* KivNewDoubleFn(KivGlobal* world, double value);
+typedef char* KivNewEmptyTextFn(KivGlobal* world, uint32_t length);
+typedef char* KivNewTextFn(KivGlobal* world, const char* text);
+typedef KivLengthData* KivNewOctetsFn(KivGlobal* world, const uint8_t* data, uint32_t length);
+typedef KivLengthData* KivNewOctetsFromTextFn(KivGlobal* world, const char* text);
+typedef KivLengthData* KivNewString16Fn(KivGlobal* world, const uint16_t* units, uint32_t count);
+typedef KivLengthData* KivNewString32Fn(KivGlobal* world, const uint32_t* units, uint32_t count);
+typedef KivLengthData* KivNewBitsFn(KivGlobal* world, const uint8_t* bits, uint32_t bitCount);
+typedef KivArray* KivNewArrayFn(KivGlobal* world, uint32_t count, uint64_t elementSize,
+                                uint8_t zero);
+typedef KivArray* KivNewArrayCopyFn(KivGlobal* world, const void* elements, uint32_t count,
+                                    uint64_t elementSize);
+typedef KivOpenType* KivNewOpenTypeEncodedFn(KivGlobal* world, const uint8_t* encoded,
+                                             int32_t length, uint64_t recordSize);
+typedef KivOpenType* KivNewOpenTypeDecodedFn(KivGlobal* world, const void* value,
+                                             uint32_t pduNum, uint64_t recordSize);
+typedef KivContaining* KivNewContainingBitsFn(KivGlobal* world, const uint8_t* bits,
+                                              uint64_t bitCount);
+typedef KivContaining* KivNewContainingOctetsFn(KivGlobal* world, const uint8_t* octets,
+                                                uint64_t length);
+typedef KivContaining* KivNewContainingValueFn(KivGlobal* world, const void* value,
+                                               uint32_t pduNum);
+
+#if KIV_CALL_HELPERS
+static inline uint8_t* kivNewValue8a(KivGlobal* w, uint8_t v) { return KIV_SLOT(KivNewValue8Fn, kivSlotNewValue8a)(w, v); }
+static inline uint8_t* kivNewValue8b(KivGlobal* w, uint8_t v) { return KIV_SLOT(KivNewValue8Fn, kivSlotNewValue8b)(w, v); }
+static inline uint8_t* kivNewValue8c(KivGlobal* w, uint8_t v) { return KIV_SLOT(KivNewValue8Fn, kivSlotNewValue8c)(w, v); }
+static inline uint16_t* kivNewValue16a(KivGlobal* w, uint16_t v) { return KIV_SLOT(KivNewValue16Fn, kivSlotNewValue16a)(w, v); }
+static inline uint16_t* kivNewValue16b(KivGlobal* w, uint16_t v) { return KIV_SLOT(KivNewValue16Fn, kivSlotNewValue16b)(w, v); }
+static inline uint32_t* kivNewValue32a(KivGlobal* w, uint32_t v) { return KIV_SLOT(KivNewValue32Fn, kivSlotNewValue32a)(w, v); }
+static inline uint32_t* kivNewValue32b(KivGlobal* w, uint32_t v) { return KIV_SLOT(KivNewValue32Fn, kivSlotNewValue32b)(w, v); }
+static inline uint32_t* kivNewValue32c(KivGlobal* w, uint32_t v) { return KIV_SLOT(KivNewValue32Fn, kivSlotNewValue32c)(w, v); }
+static inline uint32_t* kivNewValue32d(KivGlobal* w, uint32_t v) { return KIV_SLOT(KivNewValue32Fn, kivSlotNewValue32d)(w, v); }
+static inline uint64_t* kivNewValue64a(KivGlobal* w, uint64_t v) { return KIV_SLOT(KivNewValue64Fn, kivSlotNewValue64a)(w, v); }
+static inline uint64_t* kivNewValue64b(KivGlobal* w, uint64_t v) { return KIV_SLOT(KivNewValue64Fn, kivSlotNewValue64b)(w, v); }
+static inline uint64_t* kivNewValue64c(KivGlobal* w, uint64_t v) { return KIV_SLOT(KivNewValue64Fn, kivSlotNewValue64c)(w, v); }
+static inline float* kivNewFloat(KivGlobal* w, float v) { return KIV_SLOT(KivNewFloatFn, kivSlotNewFloat)(w, v); }
+static inline double* kivNewDouble(KivGlobal* w, double v) { return KIV_SLOT(KivNewDoubleFn, kivSlotNewDouble)(w, v); }
+static inline char* kivNewEmptyText(KivGlobal* w, uint32_t length) { return KIV_SLOT(KivNewEmptyTextFn, kivSlotNewEmptyText)(w, length); }
+static inline char* kivNewText(KivGlobal* w, const char* text) { return KIV_SLOT(KivNewTextFn, kivSlotNewText)(w, text); }
+static inline KivLengthData* kivNewOctets(KivGlobal* w, const uint8_t* data, uint32_t length) { return KIV_SLOT(KivNewOctetsFn, kivSlotNewOctets)(w, data, length); }
+static inline KivLengthData* kivNewOctetsFromText(KivGlobal* w, const char* text) { return KIV_SLOT(KivNewOctetsFromTextFn, kivSlotNewOctetsFromText)(w, text); }
+static inline KivLengthData* kivNewString16(KivGlobal* w, const uint16_t* units, uint32_t count) { return KIV_SLOT(KivNewString16Fn, kivSlotNewString16)(w, units, count); }
+static inline KivLengthData* kivNewString32(KivGlobal* w, const uint32_t* units, uint32_t count) { return KIV_SLOT(KivNewString32Fn, kivSlotNewString32)(w, units, count); }
+static inline KivLengthData* kivNewBits(KivGlobal* w, const uint8_t* bits, uint32_t bitCount) { return KIV_SLOT(KivNewBitsFn, kivSlotNewBits)(w, bits, bitCount); }
+static inline KivArray* kivNewArray(KivGlobal* w, uint32_t count, uint64_t elementSize, uint8_t zero) { return KIV_SLOT(KivNewArrayFn, kivSlotNewArray)(w, count, elementSize, zero); }
+static inline KivArray* kivNewArrayCopy(KivGlobal* w, const void* elements, uint32_t count, uint64_t elementSize) { return KIV_SLOT(KivNewArrayCopyFn, kivSlotNewArrayCopy)(w, elements, count, elementSize); }
+static inline KivOpenType* kivNewOpenTypeEncoded(KivGlobal* w, const uint8_t* encoded, int32_t length, uint64_t recordSize) { return KIV_SLOT(KivNewOpenTypeEncodedFn, kivSlotNewOpenTypeEncoded)(w, encoded, length, recordSize); }
+static inline KivOpenType* kivNewOpenTypeDecoded(KivGlobal* w, const void* value, uint32_t pduNum, uint64_t recordSize) { return KIV_SLOT(KivNewOpenTypeDecodedFn, kivSlotNewOpenTypeDecoded)(w, value, pduNum, recordSize); }
+static inline KivContaining* kivNewContainingBits(KivGlobal* w, const uint8_t* bits, uint64_t bitCount) { return KIV_SLOT(KivNewContainingBitsFn, kivSlotNewContainingBits)(w, bits, bitCount); }
+static inline KivContaining* kivNewContainingOctets(KivGlobal* w, const uint8_t* octets, uint64_t length) { return KIV_SLOT(KivNewContainingOctetsFn, kivSlotNewContainingOctets)(w, octets, length); }
+static inline KivContaining* kivNewContainingValue(KivGlobal* w, const void* value, uint32_t pduNum) { return KIV_SLOT(KivNewContainingValueFn, kivSlotNewContainingValue)(w, value, pduNum); }
+#endif
+/* end of value constructors */
+
 #ifdef __cplusplus
 }
 #endif

@@ -42,6 +42,59 @@ KivTimeStructToSecondsFn kivGeneralizedTimeStructToSeconds;
 KivTimeTextToSecondsFn kivUtcTimeTextToSeconds;
 KivTimeStructToSecondsFn kivUtcTimeStructToSeconds;
 
+/* Value copy and comparison */
+KivEqualsDefaultFn kivEqualsDefault;
+KivCompareValueFn kivCompareValue;
+KivBitsDifferFn kivBitsDiffer;
+KivNamedBitsDifferFn kivNamedBitsDiffer;
+KivLengthDataDifferFn kivLengthDataDiffer;
+KivHugeIntegersDifferFn kivHugeIntegersDiffer;
+KivListsDifferFn kivListsDiffer;
+KivListHeadsDifferFn kivListHeadsDiffer;
+KivOpenTypesDifferFn kivOpenTypesDiffer;
+KivSetValueRoutinesFn kivSetValueRoutines;
+KivCopyValueFn kivCopyValue;
+KivCopyListFn kivCopySinglyLinkedList;
+KivCopyListFn kivCopyDoublyLinkedList;
+KivCopyLengthDataFn kivCopyLengthData;
+KivCopyTextFn kivCopyText;
+KivCopyOpenTypeFn kivCopyOpenType;
+KivCopyLengthDataAtFn kivCopyLengthDataAt;
+KivLengthDataAtDifferFn kivLengthDataAtDiffer;
+KivCompareHugeIntegersFn kivCompareHugeIntegers;
+KivKindValuesDifferFn kivKindValuesDiffer;
+KivCopyCountedListFn kivCopyCountedList;
+
+/* Value constructors */
+KivNewValue8Fn kivNewValue8a;
+KivNewValue8Fn kivNewValue8b;
+KivNewValue16Fn kivNewValue16a;
+KivNewValue16Fn kivNewValue16b;
+KivNewValue32Fn kivNewValue32a;
+KivNewValue32Fn kivNewValue32b;
+KivNewValue32Fn kivNewValue32c;
+KivNewValue32Fn kivNewValue32d;
+KivNewValue64Fn kivNewValue64a;
+KivNewValue64Fn kivNewValue64b;
+KivNewFloatFn kivNewFloat;
+KivNewDoubleFn kivNewDouble;
+KivNewValue8Fn kivNewValue8c;
+KivNewValue64Fn kivNewValue64c;
+KivNewEmptyTextFn kivNewEmptyText;
+KivNewTextFn kivNewText;
+KivNewString16Fn kivNewString16;
+KivNewString32Fn kivNewString32;
+KivNewOctetsFn kivNewOctets;
+KivNewOctetsFromTextFn kivNewOctetsFromText;
+KivNewBitsFn kivNewBits;
+KivNewArrayFn kivNewArray;
+KivNewArrayCopyFn kivNewArrayCopy;
+KivNewOpenTypeEncodedFn kivNewOpenTypeEncoded;
+KivNewOpenTypeDecodedFn kivNewOpenTypeDecoded;
+KivNewContainingBitsFn kivNewContainingBits;
+KivNewContainingOctetsFn kivNewContainingOctets;
+KivNewContainingValueFn kivNewContainingValue;
+
 #ifdef __cplusplus
 }
 #endif
