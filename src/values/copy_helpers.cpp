@@ -127,9 +127,7 @@ KivCountedList* kivCopyCountedList(KivGlobal* world, KivDoubleNode* const* sourc
     return destination;
 }
 
-// A null text (an absent component) copies as null.
 char* kivCopyText(KivGlobal* world, const char* text) {
-    if (!text) return nullptr;
     return static_cast<char*>(copyOctets(world, text, std::strlen(text) + 1));
 }
 
