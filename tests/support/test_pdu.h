@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "fenkapi.h"
@@ -159,36 +158,25 @@ inline void freeTestValue(KivGlobal* w, uint32_t pduNum, void* value) {
 // A source value with every field present, owning its storage.
 class TestPduSource {
 public:
-    explicit TestPduSource(size_t itemCount = 3, size_t eventCount = 3) {
-        octets_ = {0x01, 0x02, 0x03, 0x04, 0x05};
-        bmp_ = {u'F', u'e', u'n', u'k'};
-        flags_ = {0xA5, 0xC0};  // 10 bits
-        name_ = "sample";
-        serial_ = {0x00, 0x9F, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE};
-        encoded_ = {0x30, 0x03, 0x02, 0x01, 0x07};
-        note_ = "inner note";
-        items_.resize(itemCount);
+    explicit TestPduSource(size_t itemCount = 3, size_t eventCount = 3)
+        : items_(itemCount), events_(eventCount) {
         for (size_t i = 0; i < itemCount; ++i)
-            items_[i] = {i + 1 < itemCount ? &items_[i + 1] : nullptr, static_cast<int64_t>(i) * 1000 - 7,
-                         static_cast<int32_t>(i % 5)};
-        events_.resize(eventCount);
-        for (size_t i = 0; i < eventCount; ++i) {
-            events_[i].link.next = i + 1 < eventCount ? &events_[i + 1].link : nullptr;
-            events_[i].link.previous = i ? &events_[i - 1].link : nullptr;
-            events_[i].code = static_cast<uint32_t>(100 + i);
-        }
-        inner_ = {7, note_.data()};
-        pdu_.version = 3;
-        pdu_.octets = {static_cast<uint32_t>(octets_.size()), octets_.data()};
-        pdu_.bmp = {static_cast<uint16_t>(bmp_.size()), bmp_.data()};
-        pdu_.flags = {10, flags_.data()};
-        pdu_.name = name_.data();
-        pdu_.serial = {static_cast<uint32_t>(serial_.size()), serial_.data()};
-        pdu_.items = itemCount ? items_.data() : nullptr;
-        pdu_.events = {eventCount ? &events_.front().link : nullptr,
-                       eventCount ? &events_.back().link : nullptr,
-                       static_cast<uint32_t>(eventCount)};
-        pdu_.extra = {kTestInner, static_cast<uint32_t>(encoded_.size()), encoded_.data(), &inner_};
+            items_[i] = {i + 1 < itemCount ? &items_[i + 1] : nullptr,
+                         static_cast<int64_t>(i) * 1000 - 7, static_cast<int32_t>(i % 5)};
+        for (size_t i = 0; i < eventCount; ++i)
+            events_[i] = {{i + 1 < eventCount ? &events_[i + 1].link : nullptr,
+                           i ? &events_[i - 1].link : nullptr},
+                          static_cast<uint32_t>(100 + i)};
+        pdu_ = {3,
+                {5, octets_},
+                {4, bmp_},
+                {10, flags_},
+                name_,
+                {sizeof serial_, serial_},
+                itemCount ? items_.data() : nullptr,
+                {eventCount ? &events_.front().link : nullptr,
+                 eventCount ? &events_.back().link : nullptr, static_cast<uint32_t>(eventCount)},
+                {kTestInner, sizeof encoded_, encoded_, &inner_}};
     }
     TestPduSource(const TestPduSource&) = delete;
     TestPduSource& operator=(const TestPduSource&) = delete;
@@ -196,12 +184,16 @@ public:
     TestPdu* get() { return &pdu_; }
 
 private:
-    std::vector<uint8_t> octets_, flags_, serial_, encoded_;
-    std::u16string bmp_;
-    std::string name_, note_;
+    uint8_t octets_[5] = {0x01, 0x02, 0x03, 0x04, 0x05};
+    char16_t bmp_[4] = {u'F', u'e', u'n', u'k'};
+    uint8_t flags_[2] = {0xA5, 0xC0};  // 10 bits
+    char name_[7] = "sample";
+    uint8_t serial_[9] = {0x00, 0x9F, 0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE};
+    uint8_t encoded_[5] = {0x30, 0x03, 0x02, 0x01, 0x07};
+    char note_[11] = "inner note";
     std::vector<TestItem> items_;
     std::vector<TestEvent> events_;
-    TestInner inner_{};
+    TestInner inner_{7, note_};
     TestPdu pdu_{};
 };
 
