@@ -62,8 +62,10 @@ KivListNode* copyNodes(KivGlobal* world, const KivListNode* source, KivListNode*
     KivListNode* previous = nullptr;
     for (;;) {
         std::memcpy(node, source, nodeSize);
-        if (doubly) reinterpret_cast<KivDoubleNode*>(node)->previous =
-                        reinterpret_cast<KivDoubleNode*>(previous);
+        if (doubly) {
+            reinterpret_cast<KivDoubleNode*>(node)->previous =
+                reinterpret_cast<KivDoubleNode*>(previous);
+        }
         ++*count;
         source = source->next;
         if (!source) return node;

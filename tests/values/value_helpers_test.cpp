@@ -185,6 +185,9 @@ TEST_F(CopyHelpers, OpenTypesWithAndWithoutUserField) {
     KivOpenType decoded{2, 0, nullptr, &value};
     EXPECT_EQ(kivOpenTypesDiffer(w.get(), &decoded, &decoded), 1);
     EXPECT_EQ(kivOpenTypesDiffer(w.get(), &source.common, &decoded), 1);
+    // Nor can a decoded value be copied: "0067S: Error in copying an open type".
+    Caught caught = catchRaise(w.get(), [&] { kivCopyOpenType(w.get(), &decoded, nullptr); });
+    EXPECT_EQ(caught.value, 44);
 }
 
 // The kind comparator, mostly through kivEqualsDefault (which compares as
