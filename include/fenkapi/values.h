@@ -384,7 +384,8 @@ KIV_STATIC_ASSERT(sizeof(KivOpenTypeWithUser) == 32, "open type with user field"
 
 /* Guarded operations: 0 or a return code (6 null argument, 25 no value
  * routine, else the code of the raised message). With *destination set, the
- * copy is built inside that caller buffer of decodeBufferLength octets. */
+ * copy is built inside that caller buffer of decodeBufferLength octets; a
+ * failed copy leaves *destination null. */
 typedef uint32_t KivCopyValueFn(KivGlobal* world, uint32_t pduNum, const void* source,
                                 void** destination);
 typedef uint32_t KivCompareValueFn(KivGlobal* world, uint32_t pduNum, const void* first,

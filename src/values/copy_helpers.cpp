@@ -62,8 +62,10 @@ KivListNode* copyNodes(KivGlobal* world, const KivListNode* source, KivListNode*
     KivListNode* previous = nullptr;
     for (;;) {
         std::memcpy(node, source, nodeSize);
-        if (doubly) reinterpret_cast<KivDoubleNode*>(node)->previous =
-                        reinterpret_cast<KivDoubleNode*>(previous);
+        if (doubly) {
+            reinterpret_cast<KivDoubleNode*>(node)->previous =
+                reinterpret_cast<KivDoubleNode*>(previous);
+        }
         ++*count;
         source = source->next;
         if (!source) return node;
@@ -127,9 +129,7 @@ KivCountedList* kivCopyCountedList(KivGlobal* world, KivDoubleNode* const* sourc
     return destination;
 }
 
-// A null text (an absent component) copies as null.
 char* kivCopyText(KivGlobal* world, const char* text) {
-    if (!text) return nullptr;
     return static_cast<char*>(copyOctets(world, text, std::strlen(text) + 1));
 }
 

@@ -40,6 +40,14 @@ void freeRecordedBlocks(KivGlobal* world, void*) {
                                                                                 world->freeHook);
 }
 
+// The holder of a failed copy is left null: the copier may already have
+// stored the top-level block there, which is now freed (or, in a caller
+// buffer, not a value).
+void copyFailed(KivGlobal* world, void* context) {
+    freeRecordedBlocks(world, context);
+    *static_cast<const CopyRequest*>(context)->destination = nullptr;
+}
+
 struct CompareRequest {
     KivValueComparator compare;
     uint32_t pduNum;
@@ -77,7 +85,7 @@ uint32_t kivCopyValue(KivGlobal* world, uint32_t pduNum, const void* source, voi
         world->poolLeft = 0;
     }
     CopyRequest request{routines->copier, pduNum, source, destination};
-    return static_cast<uint32_t>(fenk::runGuarded(world, {&runCopy, &freeRecordedBlocks, &request}));
+    return static_cast<uint32_t>(fenk::runGuarded(world, {&runCopy, &copyFailed, &request}));
 }
 
 // Like the copy, also in its clean-up; both values must be given.
