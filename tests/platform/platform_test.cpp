@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstring>
@@ -65,4 +66,26 @@ TEST(ThreadIds, DifferPerThreadAndShareTheProcess) {
     EXPECT_NE(mine, other);
     EXPECT_EQ(otherProcess, fenk::currentProcessId());
     EXPECT_EQ(fenk::currentProcessId(), static_cast<uint32_t>(getpid()));
+}
+
+TEST(ThreadIds, AForkedChildSeesItsOwnIdentifiers) {
+    uint32_t parent = fenk::currentProcessId();
+    fenk::currentThreadId();
+    int fds[2];
+    ASSERT_EQ(pipe(fds), 0);
+    pid_t child = fork();
+    if (child == 0) {
+        uint32_t ids[2] = {fenk::currentProcessId(), fenk::currentThreadId()};
+        ssize_t n = write(fds[1], ids, sizeof ids);
+        _exit(n == sizeof ids ? 0 : 1);
+    }
+    uint32_t ids[2] = {};
+    ASSERT_EQ(read(fds[0], ids, sizeof ids), static_cast<ssize_t>(sizeof ids));
+    close(fds[0]);
+    close(fds[1]);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(ids[0], static_cast<uint32_t>(child));
+    EXPECT_EQ(ids[1], static_cast<uint32_t>(child)) << "the child's only thread has the process's id";
+    EXPECT_NE(ids[0], parent);
 }
