@@ -67,6 +67,7 @@ struct DesktopWindow {
     int32_t height;
     bool invalid;
     bool eraseNeeded;
+    bool drawn;  // the image changed since it was last put on screen
 };
 
 struct DesktopDialog {
@@ -174,7 +175,8 @@ void configure(DesktopWindow& w, Bar bar, double value) {
 
 void showNow(DesktopWindow& w) {
     GdkWindow* window = gtk_widget_get_window(w.area);
-    if (!window) return;
+    if (!window || !w.drawn) return;
+    w.drawn = false;
     // Painting is done at once, as the procedure expects when it asks for an
     // update; the frame clock would otherwise put it off to a later turn.
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
@@ -669,6 +671,7 @@ Rect beginPaint(Window window) {
         fillBackground(*w, cr);
         cairo_destroy(cr);
         gtk_widget_queue_draw(w->area);
+        w->drawn = true;
     }
     validate(window);
     return clientRect(window);
@@ -699,7 +702,10 @@ void drawText(Window window, int32_t x, int32_t y, const char* text, size_t leng
     cairo_destroy(cr);
     int left = std::max(0, x);
     int right = std::min(w->width, x + width);
-    if (right > left) gtk_widget_queue_draw_area(w->area, left, y, right - left, height);
+    if (right > left) {
+        gtk_widget_queue_draw_area(w->area, left, y, right - left, height);
+        w->drawn = true;
+    }
 }
 
 void endPaint(Window window) {
@@ -731,6 +737,7 @@ void scrollWindow(Window window, int32_t dx, int32_t dy) {
     cairo_surface_destroy(w->image);
     w->image = moved;
     w->invalid = true;
+    w->drawn = true;
     gtk_widget_queue_draw(w->area);
 }
 
