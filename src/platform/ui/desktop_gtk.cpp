@@ -48,7 +48,7 @@ struct DesktopMenu {
     DesktopWindow* owner;
 };
 
-struct Adjusted {
+struct ScrollRange {
     int32_t minimum;
     int32_t maximum;
 };
@@ -60,7 +60,7 @@ struct DesktopWindow {
     GtkWidget* toplevel;
     GtkWidget* area;
     GtkAdjustment* adjustments[2];  // indexed by Bar
-    Adjusted ranges[2];
+    ScrollRange ranges[2];
     DesktopMenu* menu;
     cairo_surface_t* image;  // the client area as painted
     int32_t width;
@@ -148,10 +148,9 @@ void setSource(cairo_t* cr, uint32_t colour) {
                          (colour & 0xFF) / 255.0);
 }
 
-void fillBackground(DesktopWindow& w, cairo_t* cr) {
+void fillBackground(cairo_t* cr) {
     setSource(cr, desktop.windowClass.background);
     cairo_paint(cr);
-    (void)w;
 }
 
 // Lines and columns a page of the window holds, for the scroll bars' thumbs.
@@ -166,7 +165,7 @@ int32_t pageOf(const DesktopWindow& w, Bar bar) {
 // page past the maximum, so that the thumb can reach it.
 void configure(DesktopWindow& w, Bar bar, double value) {
     GtkAdjustment* adjustment = w.adjustments[bar];
-    const Adjusted& range = w.ranges[bar];
+    const ScrollRange& range = w.ranges[bar];
     double page = pageOf(w, bar);
     double maximum = std::max(range.minimum, range.maximum);
     value = std::clamp(value, static_cast<double>(range.minimum), maximum);
@@ -190,7 +189,7 @@ void resizeImage(DesktopWindow& w, int32_t width, int32_t height) {
     cairo_surface_t* image =
         cairo_image_surface_create(CAIRO_FORMAT_RGB24, std::max(1, width), std::max(1, height));
     cairo_t* cr = cairo_create(image);
-    fillBackground(w, cr);
+    fillBackground(cr);
     if (w.image) {
         cairo_set_source_surface(cr, w.image, 0, 0);
         cairo_paint(cr);
@@ -206,7 +205,7 @@ void resizeImage(DesktopWindow& w, int32_t width, int32_t height) {
 
 gboolean onDraw(GtkWidget*, cairo_t* cr, gpointer data) {
     auto* w = static_cast<DesktopWindow*>(data);
-    fillBackground(*w, cr);
+    fillBackground(cr);
     if (w->image) {
         cairo_set_source_surface(cr, w->image, 0, 0);
         cairo_paint(cr);
@@ -275,8 +274,7 @@ gboolean onWheel(GtkWidget*, GdkEventScroll* event, gpointer data) {
 
 gboolean onScrollBar(GtkRange* range, GtkScrollType scroll, gdouble value, gpointer data) {
     auto* w = static_cast<DesktopWindow*>(data);
-    bool vertical = GTK_WIDGET(range) != nullptr &&
-                    gtk_range_get_adjustment(range) == w->adjustments[barVertical];
+    bool vertical = gtk_range_get_adjustment(range) == w->adjustments[barVertical];
     uintptr_t code;
     switch (scroll) {
     case GTK_SCROLL_STEP_BACKWARD: case GTK_SCROLL_STEP_UP: case GTK_SCROLL_STEP_LEFT:
@@ -450,11 +448,11 @@ void destroyWindow(Window window) {
     if (!w) return;
     deliver(w, Msg::destroy);
     w->alive = false;
-    if (w->menu) w->menu->owner = nullptr;
+    // A menu still attached goes with its window.
+    if (w->menu) destroyMenu(w->menu);
     GtkWidget* toplevel = w->toplevel;
     GdkDisplay* display = gtk_widget_get_display(toplevel);
     gtk_widget_destroy(toplevel);
-    for (GtkAdjustment*& adjustment : w->adjustments) adjustment = nullptr;
     if (w->image) cairo_surface_destroy(w->image);
     *w = DesktopWindow{};
     gdk_display_flush(display);
@@ -668,7 +666,7 @@ Rect beginPaint(Window window) {
     if (!w) return Rect{0, 0, 0, 0};
     if (w->eraseNeeded) {
         cairo_t* cr = cairo_create(w->image);
-        fillBackground(*w, cr);
+        fillBackground(cr);
         cairo_destroy(cr);
         gtk_widget_queue_draw(w->area);
         w->drawn = true;
@@ -715,7 +713,7 @@ void endPaint(Window window) {
 void setScrollRange(Window window, Bar bar, int32_t minimum, int32_t maximum) {
     DesktopWindow* w = recordOf(window);
     if (!w) return;
-    w->ranges[bar] = Adjusted{minimum, maximum};
+    w->ranges[bar] = ScrollRange{minimum, maximum};
     configure(*w, bar, gtk_adjustment_get_value(w->adjustments[bar]));
 }
 
@@ -730,7 +728,7 @@ void scrollWindow(Window window, int32_t dx, int32_t dy) {
     cairo_surface_t* moved = cairo_image_surface_create(CAIRO_FORMAT_RGB24, std::max(1, w->width),
                                                         std::max(1, w->height));
     cairo_t* cr = cairo_create(moved);
-    fillBackground(*w, cr);
+    fillBackground(cr);
     cairo_set_source_surface(cr, w->image, dx, dy);
     cairo_paint(cr);
     cairo_destroy(cr);
