@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -186,8 +187,7 @@ protected:
         for (int attempt = 0; attempt < 3 && w->traceWindow; ++attempt)
             drive(closeByExit(), 60);
         EXPECT_EQ(w->traceWindow, nullptr);
-        std::remove(marker().c_str());
-        if (!scratch.empty()) rmdir(scratch.c_str());
+        if (!scratch.empty()) std::filesystem::remove_all(scratch);
     }
 
     static inline std::string unavailable;
@@ -277,8 +277,6 @@ TEST_F(DesktopTraceWindow, FileMenuSavesResetsAndExits) {
     std::string boxes = fileText(log);
     EXPECT_EQ(boxes.substr(0, boxes.find("Warning")), "Trace Info File\nInfo\n");
     EXPECT_NE(boxes.find("Warning\nWarning\n"), std::string::npos) << boxes;
-    std::remove(saved.c_str());
-    std::remove(log.c_str());
 }
 
 }  // namespace
