@@ -4,9 +4,23 @@
 
 namespace fenk::ui {
 
-// Only the headless backend exists so far; a desktop backend is chosen here
-// when one is built in and a display is available.
-const Backend& backend() { return headlessBackend(); }
+namespace {
+
+const Backend* chooseBackend() {
+#if FENK_HAVE_GTK
+    if (const Backend* desktop = desktopBackend()) return desktop;
+#endif
+    return &headlessBackend();
+}
+
+}  // namespace
+
+// Chosen once, at the first use of the window system: the desktop when a
+// display can be opened, else the headless backend.
+const Backend& backend() {
+    static const Backend* const chosen = chooseBackend();
+    return *chosen;
+}
 
 Instance moduleInstance() {
     Dl_info info{};

@@ -1,7 +1,7 @@
 // The window-system layer: the few window, menu, dialog, message-box,
 // painting and scrolling services the trace window uses. Every call goes to
 // the active backend, a table of routines; the headless backend keeps
-// everything in memory, a desktop backend slots in beside it.
+// everything in memory, the desktop backend shows real windows.
 #ifndef FENK_PLATFORM_UI_UI_H
 #define FENK_PLATFORM_UI_UI_H
 
@@ -48,7 +48,8 @@ enum class Msg : uint32_t {
     iconEraseBackground,
     windowPosChanging,
     setCursor,
-    initDialog
+    initDialog,
+    initMenu  // a menu of the window is about to drop down
 };
 
 using Procedure = intptr_t (*)(Window window, Msg message, uintptr_t first, intptr_t second);
@@ -167,6 +168,10 @@ struct Backend {
 };
 
 const Backend& headlessBackend();
+
+// The desktop backend, or null when no display can be opened. Built only
+// where the desktop toolkit is available.
+const Backend* desktopBackend();
 
 // The backend in use.
 const Backend& backend();
