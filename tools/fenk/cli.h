@@ -74,6 +74,7 @@ int demo(int argc, char** argv);
 int entry(int argc, char** argv);
 int timeCommand(int argc, char** argv);
 int isoCommand(int argc, char** argv);
+int xsdCommand(int argc, char** argv);
 int realCommand(int argc, char** argv);
 int hexdumpCommand(int argc, char** argv);
 int xmlCommand(int argc, char** argv);

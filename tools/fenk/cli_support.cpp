@@ -1,4 +1,5 @@
 #include <csetjmp>
+#include <cctype>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -22,7 +23,9 @@ bool parseArgs(int argc, char** argv, int first, const std::vector<std::string>&
         std::string a = argv[i];
         if (a == "--help" || a == "-h") {
             args.help = true;
-        } else if (a.size() > 2 && a.compare(0, 2, "--") == 0) {
+        } else if (a.size() > 2 && a.compare(0, 2, "--") == 0 &&
+                   std::isalpha(static_cast<unsigned char>(a[2]))) {
+            // Options are named; "--05-01" and "---15" are XML Schema texts.
             std::string name = a.substr(2);
             if (among(valued, name)) {
                 if (i + 1 >= argc) {

@@ -13,6 +13,7 @@ constexpr const char* kUsage =
     "  entry encode|decode|print             the sample PDU Entry (--rules ber|der|xer)\n"
     "  time check|seconds|from-seconds       UTCTime and GeneralizedTime (--utc, --rules)\n"
     "  iso parse|normalize|compare|canonical ISO 8601 TIME texts\n"
+    "  xsd parse|format                      XML Schema date and time forms\n"
     "  real parse|canonical|compare|print    decimal REAL texts\n"
     "  hexdump [--framed] [FILE]             hexadecimal dump of octets\n"
     "  xml [--indent] [FILE]                 XML text as the trace prints it\n"
@@ -32,6 +33,7 @@ constexpr Command kCommands[] = {
     {"entry", fenk::cli::entry},
     {"time", fenk::cli::timeCommand},
     {"iso", fenk::cli::isoCommand},
+    {"xsd", fenk::cli::xsdCommand},
     {"real", fenk::cli::realCommand},
     {"hexdump", fenk::cli::hexdumpCommand},
     {"xml", fenk::cli::xmlCommand},
