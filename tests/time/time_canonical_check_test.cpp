@@ -77,9 +77,8 @@ TEST(TimeCanonicalCheck, RepeatedEndTimeDifference) {
 
 TEST(TimeCanonicalCheck, ZeroDurationComponents) {
     TestWorld w;
-    for (const char* text : {"P0Y1M", "PT1H0M5S", "P0DT1H", "R/PT0H1S", "2009-01-01/P0M1D"})
+    for (const char* text : {"P0Y1M", "PT1H0M5S", "P0DT1H", "R/PT0H1S", "2009-01-01/P0M1D", "R3/P0Y0.5M/10:00"})
         EXPECT_EQ(verdict(w, text), kZeroComponents) << text;
-    EXPECT_EQ(verdict(w, "R3/P0Y0.5M/10:00"), kZeroComponents);
     EXPECT_EQ(verdict(w, "PT0.5S"), "passed") << "the fraction is no component";
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <utility>
 
 #include "support/alloc_hooks.h"
 #include "support/test_world.h"
@@ -30,21 +31,11 @@ TEST(TimeTextNormalForm, PointsAreRewrittenInTheOneNormalForm) {
         const char* in;
         const char* out;
     } cases[] = {
-        {"0900-01-01T10:00:00,5+01:00", "0900-01-01T10:00:00.5+01"},
-        {"12:00-00:30", "12:00-00:30"},
-        {"2009-W05-3", "2009-W05-3"},
-        {"2009-035", "2009-035"},
-        {"-05C", "-05C"},
-        {"123C", "+123C"},
-        {"20C", "20C"},
-        {"20090101", "+20090101"},
-        {"-20090101", "-20090101"},
-        {"-0005", "-0005"},
-        {"10:00:00.000", "10:00:00.000"},
-        {"10,5Z", "10.5Z"},
-        {"2009-05", "2009-05"},
-        {"2009-W05", "2009-W05"},
-        {"12:00+15:30", "12:00+15:30"},
+        {"0900-01-01T10:00:00,5+01:00", "0900-01-01T10:00:00.5+01"}, {"12:00-00:30", "12:00-00:30"},
+        {"2009-W05-3", "2009-W05-3"}, {"2009-035", "2009-035"}, {"-05C", "-05C"}, {"123C", "+123C"},
+        {"20C", "20C"}, {"20090101", "+20090101"}, {"-20090101", "-20090101"}, {"-0005", "-0005"},
+        {"10:00:00.000", "10:00:00.000"}, {"10,5Z", "10.5Z"}, {"2009-05", "2009-05"},
+        {"2009-W05", "2009-W05"}, {"12:00+15:30", "12:00+15:30"},
     };
     for (const auto& c : cases) EXPECT_EQ(normalized(w.get(), c.in), c.out) << c.in;
     EXPECT_EQ(normalized(w.get(), "2009-1-1"), "#12") << "the parser's answer";
@@ -53,18 +44,13 @@ TEST(TimeTextNormalForm, PointsAreRewrittenInTheOneNormalForm) {
 
 TEST(TimeTextNormalForm, CanonicalRulesDropZeroDurationComponents) {
     TestWorld w;
-    for (int32_t rules : {kDer, kCer, kCxer}) {
-        EXPECT_EQ(normalized(w.get(), "P1Y0M0DT0H0M5S", rules), "P1YT5S") << rules;
-        EXPECT_EQ(normalized(w.get(), "P0Y", rules), "P0Y");
-        EXPECT_EQ(normalized(w.get(), "P1Y0M", rules), "P1Y0M");
-        EXPECT_EQ(normalized(w.get(), "PT0H0M0S", rules), "PT0S");
-        EXPECT_EQ(normalized(w.get(), "P1W", rules), "P1W");
-        EXPECT_EQ(normalized(w.get(), "P0Y0M0D", rules), "P0D");
-        EXPECT_EQ(normalized(w.get(), "P0Y2M0DT0,5H", rules), "P2MT0.5H");
-        EXPECT_EQ(normalized(w.get(), "R/P0Y1M", rules), "R/P1M");
-        EXPECT_EQ(normalized(w.get(), "2009-01-01/P0Y1M", rules), "2009-01-01/P1M");
-        EXPECT_EQ(normalized(w.get(), "R2/P0DT1H/2009-01-01", rules), "R2/PT1H/2009-01-01");
-    }
+    const std::pair<const char*, const char*> cases[] = {
+        {"P1Y0M0DT0H0M5S", "P1YT5S"}, {"P0Y", "P0Y"}, {"P1Y0M", "P1Y0M"}, {"PT0H0M0S", "PT0S"},
+        {"P1W", "P1W"}, {"P0Y0M0D", "P0D"}, {"P0Y2M0DT0,5H", "P2MT0.5H"}, {"R/P0Y1M", "R/P1M"},
+        {"2009-01-01/P0Y1M", "2009-01-01/P1M"}, {"R2/P0DT1H/2009-01-01", "R2/PT1H/2009-01-01"},
+    };
+    for (int32_t rules : {kDer, kCer, kCxer})
+        for (auto [in, out] : cases) EXPECT_EQ(normalized(w.get(), in, rules), out) << in << " rules " << rules;
     for (int32_t rules : {kBer, 1, 2, 4, 5, 8}) {
         EXPECT_EQ(normalized(w.get(), "P1Y0M0DT0H0M5S", rules), "P1Y0M0DT0H0M5S") << rules;
         EXPECT_EQ(normalized(w.get(), "PT0H0M0,50S", rules), "PT0H0M0.50S");
@@ -88,18 +74,15 @@ TEST(TimeTextFormat, StartEndRestoresTheCallersEndRecord) {
     KivTimeFields s, e;
     ASSERT_EQ(kivParseStartEnd(w.get(), "10:00+01/12:00+01", &s, &e), 0);
     w->encodingRules = kDer;
-    EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatStartEnd(w.get(), &s, &e, o); }),
-              "10:00+01/12:00");
+    auto text = [&] { return formatted(w.get(), [&](char** o) { return kivFormatStartEnd(w.get(), &s, &e, o); }); };
+    EXPECT_EQ(text(), "10:00+01/12:00");
     EXPECT_EQ(e.flags, KIV_TF_HOUR | KIV_TF_MINUTE | KIV_TF_ZONE);
     e.hours = 25;  // an invalid end fails with its flag put back too
-    EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatStartEnd(w.get(), &s, &e, o); }),
-              "#12");
+    EXPECT_EQ(text(), "#12");
     EXPECT_EQ(e.flags, KIV_TF_HOUR | KIV_TF_MINUTE | KIV_TF_ZONE);
     e.hours = 12;
     e.flags &= ~KIV_TF_MINUTE;
-    EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatStartEnd(w.get(), &s, &e, o); }),
-              "#12")
-        << "the flags must match";
+    EXPECT_EQ(text(), "#12") << "the flags must match";
 }
 
 TEST(TimeTextFormat, PointValidityAndLayout) {
@@ -186,26 +169,14 @@ TEST(TimeTextFormat, RecurrenceCount) {
     EXPECT_EQ(text(0), "R/PT1H") << "0 writes no digit";
     EXPECT_EQ(text(INT32_MAX), "R2147483647/PT1H");
 
-    KivTimeFields s = hoursOnly(10);
-    KivTimeFields e = hoursOnly(11);
-    EXPECT_EQ(formatted(w.get(), [&](char** o) {
-                  return kivFormatRecurringStartEnd(w.get(), &s, &e, 3, o);
-              }),
-              "R3/10/11");
-    EXPECT_EQ(formatted(w.get(), [&](char** o) {
-                  return kivFormatRecurringStartDuration(w.get(), &s, &d, 3, o);
-              }),
-              "R3/10/PT1H");
-    EXPECT_EQ(formatted(w.get(), [&](char** o) {
-                  return kivFormatRecurringDurationEnd(w.get(), &d, &e, -1, o);
-              }),
-              "R/PT1H/11");
-    EXPECT_EQ(formatted(w.get(),
-                        [&](char** o) { return kivFormatStartDuration(w.get(), &s, &d, o); }),
-              "10/PT1H");
-    EXPECT_EQ(formatted(w.get(),
-                        [&](char** o) { return kivFormatDurationEnd(w.get(), &d, &e, o); }),
-              "PT1H/11");
+    KivTimeFields s = hoursOnly(10), e = hoursOnly(11);
+    KivGlobal* g = w.get();
+    auto form = [&](auto call) { return formatted(g, call); };
+    EXPECT_EQ(form([&](char** o) { return kivFormatRecurringStartEnd(g, &s, &e, 3, o); }), "R3/10/11");
+    EXPECT_EQ(form([&](char** o) { return kivFormatRecurringStartDuration(g, &s, &d, 3, o); }), "R3/10/PT1H");
+    EXPECT_EQ(form([&](char** o) { return kivFormatRecurringDurationEnd(g, &d, &e, -1, o); }), "R/PT1H/11");
+    EXPECT_EQ(form([&](char** o) { return kivFormatStartDuration(g, &s, &d, o); }), "10/PT1H");
+    EXPECT_EQ(form([&](char** o) { return kivFormatDurationEnd(g, &d, &e, o); }), "PT1H/11");
 }
 
 TEST(TimeTextFormat, WritesIntoTheCallersBuffer) {

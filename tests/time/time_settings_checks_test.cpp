@@ -30,33 +30,20 @@ struct Checks {
         v = parser.value(text);
         return *this;
     }
-    std::string interval(uint32_t s, uint16_t r) {
-        return outcome([&](const char** t) { return kivCheckIntervalSettings(&v, s, r, t); });
+    // The check on the value with its settings, then the text out-pointer.
+    template <class Check, class... Settings>
+    std::string run(Check check, Settings... settings) {
+        return outcome([&](const char** t) { return check(&v, settings..., t); });
     }
-    std::string pointDate(uint32_t s, uint16_t d) {
-        return outcome([&](const char** t) { return kivCheckPointDateSettings(&v, s, d, t); });
-    }
-    std::string pointTime(uint32_t s, uint16_t f) {
-        return outcome([&](const char** t) { return kivCheckPointTimeSettings(&v, s, f, t); });
-    }
-    std::string recurring(uint32_t s, uint16_t r) {
-        return outcome([&](const char** t) { return kivCheckRecurringInterval(&v, s, r, t); });
-    }
-    std::string timeInterval(uint32_t s) {
-        return outcome([&](const char** t) { return kivCheckTimeInterval(&v, s, t); });
-    }
-    std::string dateOnly(uint32_t s, uint16_t d) {
-        return outcome([&](const char** t) { return kivCheckDateOnly(&v, s, d, t); });
-    }
-    std::string timeOnly(uint32_t s, uint16_t f) {
-        return outcome([&](const char** t) { return kivCheckTimeOfDayOnly(&v, s, f, t); });
-    }
-    std::string dateAndTime() {
-        return outcome([&](const char** t) { return kivCheckDateAndTime(&v, t); });
-    }
-    std::string recurrenceDigits(uint16_t lo, uint16_t hi) {
-        return outcome([&](const char** t) { return kivCheckRecurrenceDigits(&v, lo, hi, t); });
-    }
+    std::string interval(uint32_t s, uint16_t r) { return run(kivCheckIntervalSettings, s, r); }
+    std::string pointDate(uint32_t s, uint16_t d) { return run(kivCheckPointDateSettings, s, d); }
+    std::string pointTime(uint32_t s, uint16_t f) { return run(kivCheckPointTimeSettings, s, f); }
+    std::string recurring(uint32_t s, uint16_t r) { return run(kivCheckRecurringInterval, s, r); }
+    std::string timeInterval(uint32_t s) { return run(kivCheckTimeInterval, s); }
+    std::string dateOnly(uint32_t s, uint16_t d) { return run(kivCheckDateOnly, s, d); }
+    std::string timeOnly(uint32_t s, uint16_t f) { return run(kivCheckTimeOfDayOnly, s, f); }
+    std::string dateAndTime() { return run(kivCheckDateAndTime); }
+    std::string recurrenceDigits(uint16_t lo, uint16_t hi) { return run(kivCheckRecurrenceDigits, lo, hi); }
 };
 
 TEST(TimeSettingsChecks, DateRulesInTheirOrder) {
