@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <vector>
 
 #include "support/raise_catcher.h"
 #include "support/test_world.h"
