@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <cstring>
 
 #include "support/alloc_hooks.h"
 #include "support/test_world.h"
@@ -35,10 +34,8 @@ TEST(Flags, EncoderStoreRemovesIndefiniteLengthAndReportsIt) {
 
     EXPECT_EQ(kivStoreEncoderFlags(w.get(), 0x20000), 0);
     EXPECT_EQ(kivFetchEncoderFlags(w.get()), 0x20000u);
-}
 
-TEST(Flags, ReportIsEchoedWhenTracingAsks) {
-    TestWorld w;
+    // Echoed when the encoding flags or bit 6 of the debug flags ask for it.
     w->encodingFlags = 0x2;
     EXPECT_EQ(kivStoreEncoderFlags(w.get(), 0x20), 13);
     EXPECT_EQ(w.output(),
@@ -50,18 +47,15 @@ TEST(Flags, ReportIsEchoedWhenTracingAsks) {
     EXPECT_NE(w.output().find("0108S"), std::string::npos);
 }
 
-TEST(Flags, DecoderAdjustment) {
+TEST(Flags, DecoderAdjustmentAndAllFlags) {
     TestWorld w;
-    EXPECT_EQ(kivStoreDecoderFlags(w.get(), 0x20000400), 0);
-    EXPECT_EQ(kivFetchDecoderFlags(w.get()), 0x20000200u);
-    EXPECT_EQ(kivStoreDecoderFlags(w.get(), 0x20020400), 0);
-    EXPECT_EQ(kivFetchDecoderFlags(w.get()), 0x20020000u);
-    EXPECT_EQ(kivStoreDecoderFlags(w.get(), 0x40000000), 0);
-    EXPECT_EQ(kivFetchDecoderFlags(w.get()), 0x40400200u);
-}
-
-TEST(Flags, AllFlagsStoresBothAndFetchesTheirUnion) {
-    TestWorld w;
+    const std::pair<uint32_t, uint32_t> decoder[] = {
+        {0x20000400, 0x20000200}, {0x20020400, 0x20020000}, {0x40000000, 0x40400200}};
+    for (auto [stored, fetched] : decoder) {
+        EXPECT_EQ(kivStoreDecoderFlags(w.get(), stored), 0);
+        EXPECT_EQ(kivFetchDecoderFlags(w.get()), fetched) << stored;
+    }
+    // All flags: both are stored, their union fetched.
     EXPECT_EQ(kivStoreAllFlags(w.get(), 0x21), 13);
     EXPECT_EQ(kivFetchEncoderFlags(w.get()), 0x201u);
     EXPECT_EQ(kivFetchDecoderFlags(w.get()), 0x221u) << "the decoder keeps bit 5";
@@ -72,23 +66,21 @@ TEST(Flags, AllFlagsStoresBothAndFetchesTheirUnion) {
 
 TEST(WorkBuffer, AlignsAndKeepsWhole16ByteUnits) {
     TestWorld w;
-    auto* at1003 = reinterpret_cast<void*>(uintptr_t{0x1003});
-    KivWorkBuffer buffer{40, at1003};
-    EXPECT_EQ(kivStoreWorkBuffer(w.get(), &buffer), 0);
-    EXPECT_EQ(w.priv()->userBufferLength, 32u);
-    EXPECT_EQ(w.priv()->userBufferAddress, reinterpret_cast<uint8_t*>(0x1008));
-
-    KivWorkBuffer small{20, at1003};
-    EXPECT_EQ(kivStoreWorkBuffer(w.get(), &small), 1);
-    EXPECT_EQ(w.priv()->userBufferLength, 32u) << "a refused buffer stores nothing";
-    KivWorkBuffer tiny{5, at1003};
-    EXPECT_EQ(kivStoreWorkBuffer(w.get(), &tiny), 1);
-    KivWorkBuffer negative{-100, at1003};
-    EXPECT_EQ(kivStoreWorkBuffer(w.get(), &negative), 1);
-
-    KivWorkBuffer aligned{16, reinterpret_cast<void*>(uintptr_t{0x2000})};
-    EXPECT_EQ(kivStoreWorkBuffer(w.get(), &aligned), 0);
-    EXPECT_EQ(w.priv()->userBufferLength, 16u);
+    // A refused buffer (too small once aligned) stores nothing.
+    const struct {
+        int32_t length;
+        uintptr_t at;
+        int32_t answer;
+        uint32_t kept;
+        uintptr_t start;
+    } cases[] = {{40, 0x1003, 0, 32, 0x1008}, {20, 0x1003, 1, 32, 0x1008}, {5, 0x1003, 1, 32, 0x1008},
+                 {-100, 0x1003, 1, 32, 0x1008}, {16, 0x2000, 0, 16, 0x2000}};
+    for (const auto& c : cases) {
+        KivWorkBuffer buffer{c.length, reinterpret_cast<void*>(c.at)};
+        EXPECT_EQ(kivStoreWorkBuffer(w.get(), &buffer), c.answer) << c.length;
+        EXPECT_EQ(w.priv()->userBufferLength, c.kept) << c.length;
+        EXPECT_EQ(w.priv()->userBufferAddress, reinterpret_cast<uint8_t*>(c.start)) << c.length;
+    }
 
     EXPECT_EQ(kivStoreWorkBuffer(w.get(), nullptr), 0);
     EXPECT_EQ(w.priv()->userBufferLength, 0u);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <vector>
 
 #include "support/raise_catcher.h"
 #include "support/test_world.h"
@@ -47,6 +46,19 @@ bool inAny(size_t at, const Range (&ranges)[N]) {
     return false;
 }
 
+// Every byte of the child outside its own fields is the parent's where
+// shared and zero elsewhere.
+template <class T, size_t NO, size_t NS>
+void expectShared(const T* child, const T* parent, const Range (&own)[NO],
+                  const Range (&shared)[NS]) {
+    auto* c = reinterpret_cast<const uint8_t*>(child);
+    auto* p = reinterpret_cast<const uint8_t*>(parent);
+    for (size_t i = 0; i < sizeof(T); ++i) {
+        if (inAny(i, own)) continue;
+        ASSERT_EQ(c[i], inAny(i, shared) ? p[i] : 0) << sizeof(T) << "-byte record, byte " << i;
+    }
+}
+
 // A parent whose every byte is nonzero, with a temporary buffer.
 struct PatternParent {
     alignas(16) uint8_t temp[8192];
@@ -81,13 +93,7 @@ TEST(ChildWorld, CopiesExactlyTheSharedFieldsAndZeroesTheRest) {
     ASSERT_NE(child, nullptr);
     EXPECT_EQ(reinterpret_cast<uint8_t*>(child), parent.temp) << "carved from temporary memory";
 
-    auto* c = reinterpret_cast<const uint8_t*>(child);
-    auto* b = reinterpret_cast<const uint8_t*>(&before);
-    for (size_t i = 0; i < sizeof(KivGlobal); ++i) {
-        if (inAny(i, kOwnGlobal)) continue;
-        uint8_t expected = inAny(i, kSharedGlobal) ? b[i] : 0;
-        ASSERT_EQ(c[i], expected) << "KivGlobal byte " << i;
-    }
+    expectShared(child, &before, kOwnGlobal, kSharedGlobal);
     EXPECT_EQ(child->coderFlags, 0x7u);
     EXPECT_EQ(child->parentWorld, &parent.world);
     EXPECT_EQ(parent.world.childWorld, child);
@@ -97,13 +103,7 @@ TEST(ChildWorld, CopiesExactlyTheSharedFieldsAndZeroesTheRest) {
 
     KivPrivate* cp = child->privateState;
     ASSERT_NE(cp, &parent.state);
-    auto* pc = reinterpret_cast<const uint8_t*>(cp);
-    auto* pp = reinterpret_cast<const uint8_t*>(&parent.state);
-    for (size_t i = 0; i < sizeof(KivPrivate); ++i) {
-        if (inAny(i, kOwnPrivate)) continue;
-        uint8_t expected = inAny(i, kSharedPrivate) ? pp[i] : 0;
-        ASSERT_EQ(pc[i], expected) << "KivPrivate byte " << i;
-    }
+    expectShared(cp, &parent.state, kOwnPrivate, kSharedPrivate);
     EXPECT_EQ(cp->pointerTables.count, 1);
     EXPECT_EQ(cp->currentPointerTable, &cp->pointerTables);
     EXPECT_EQ(cp->privateListHead, &cp->privateListHead);

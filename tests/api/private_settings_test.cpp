@@ -19,10 +19,8 @@ TEST(PrivateSettings, StoreAndFetch) {
     EXPECT_EQ(kivStorePrivateWord1(nullptr, 1), 6);
     EXPECT_EQ(kivStorePrivateWord2(nullptr, 1), 6);
     EXPECT_EQ(kivStorePrivatePointer(nullptr, 1), 6);
-}
 
-TEST(PrivateSettings, TableNeedsBothPointersWhenCounted) {
-    TestWorld w;
+    // A counted table needs both pointers.
     int a, b;
     EXPECT_EQ(kivStorePrivateTable(w.get(), nullptr, nullptr, 0), 0);
     EXPECT_EQ(w.priv()->privateTable, nullptr);

@@ -31,10 +31,7 @@ TEST(Table, FixedAnswersIgnoreTheirArguments) {
     using ZeroWithArgs = int32_t(KivGlobal*, int32_t, void*);
     for (int slot : {5, 52, 53, 86})
         EXPECT_EQ(KIV_SLOT(ZeroWithArgs, slot)(nullptr, 77, &apiTbl), 0) << slot;
-    for (int slot : {36, 40, 46}) {
-        EXPECT_EQ(KIV_SLOT(KivAnswerMinusOneFn, slot)(), -1);
-        EXPECT_EQ(static_cast<uint32_t>(KIV_SLOT(KivAnswerMinusOneFn, slot)()), 0xFFFFFFFFu);
-    }
+    for (int slot : {36, 40, 46}) EXPECT_EQ(KIV_SLOT(KivAnswerMinusOneFn, slot)(), -1) << slot;
     for (int slot : {37, 38, 39})
         EXPECT_EQ(static_cast<uint64_t>(KIV_SLOT(KivAnswerMinusOneWideFn, slot)()),
                   0xFFFFFFFFFFFFFFFFull);

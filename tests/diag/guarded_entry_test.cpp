@@ -7,7 +7,6 @@
 
 #include <atomic>
 #include <cstring>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -113,7 +112,7 @@ protected:
     TestWorld w{&goodTable};
 };
 
-TEST_F(GuardedPrint, ChecksArgumentsAndNestingFirst) {
+TEST_F(GuardedPrint, ChecksArgumentsNestingAndTheControlTable) {
     EXPECT_EQ(kivDisplayPdu(nullptr, 1, &value), 6);
     EXPECT_EQ(kivDisplayPdu(w.get(), 1, nullptr), 6);
     EXPECT_EQ(display(0), 3) << "a nested request without the printer's bit";
@@ -128,9 +127,10 @@ TEST_F(GuardedPrint, ChecksArgumentsAndNestingFirst) {
     EXPECT_EQ(seen.world.printIndent, 3);
     EXPECT_EQ(w->errorMode, 1);
     EXPECT_STREQ(w->messageText, "untouched");
-}
 
-TEST_F(GuardedPrint, ControlTableChecksRecordTheirMessage) {
+    // The control table checks record their message.
+    w->printNesting = 0;
+    w->printIndent = 0;
     w->errorMode = 0;
     w->controlTable = nullptr;
     EXPECT_EQ(display(1), 20);

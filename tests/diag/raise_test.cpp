@@ -84,7 +84,7 @@ TEST(Raise, SilentModeJumpsWithTheIndexAndComposesNothing) {
     EXPECT_EQ(w->errorCode, -5);
 }
 
-TEST(Raise, WithoutMessageOutOnlyTheCodeTravels) {
+TEST(Raise, WithoutMessageOutOnlyTheCodeTravelsAndRecordingReturns) {
     TestWorld w;
     w->messageOut = nullptr;
     std::strcpy(w->messageText, "untouched");
@@ -92,10 +92,8 @@ TEST(Raise, WithoutMessageOutOnlyTheCodeTravels) {
     EXPECT_EQ(caught.value, 14);
     EXPECT_EQ(w->errorCode, 14);
     EXPECT_STREQ(w->messageText, "untouched");
-}
 
-TEST(Raise, RecordMessageComposesAndReturns) {
-    TestWorld w;
+    // Slot 231 composes and returns.
     useMessageText(w, 4);
     kivRecordMessage(w.get(), 5, 17);
     EXPECT_EQ(w->errorCode, 7);

@@ -162,7 +162,7 @@ TEST_F(MemoryHandle, ReallocCopiesWhatFits) {
     for (int i = 0; i < 16; ++i) p[i] = static_cast<uint8_t>(i);
     auto* q = static_cast<uint8_t*>(w->reallocHook(w.get(), p, 100));
     for (int i = 0; i < 16; ++i) EXPECT_EQ(q[i], i);
-    EXPECT_EQ(headerOf(p)->tag != KIV_FRAGMENT_USED, true);
+    EXPECT_NE(headerOf(p)->tag, KIV_FRAGMENT_USED);
     auto* r = static_cast<uint8_t*>(w->reallocHook(w.get(), q, 5));
     EXPECT_EQ(headerOf(r)->size, 8u);
     for (int i = 0; i < 8; ++i) EXPECT_EQ(r[i], i);

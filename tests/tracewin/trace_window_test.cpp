@@ -132,6 +132,14 @@ TEST_F(TraceWindow, PiecesFormOneLineIndexedWhenTheLineFeedArrives) {
     EXPECT_EQ(row(0), " abcdef");
     EXPECT_EQ(row(1), " next");
     EXPECT_EQ(window->bars[ui::barVertical].maximum, 2);
+    // The File menu is grayed while lines arrive, enabled again when idle.
+    EXPECT_FALSE(window->itemEnabled[0]);
+    EXPECT_FALSE(window->itemEnabled[1]);
+    EXPECT_TRUE(window->itemEnabled[3]);
+    send(ui::Msg::activate);
+    send(ui::Msg::paint);
+    EXPECT_TRUE(window->itemEnabled[0]);
+    EXPECT_TRUE(window->itemEnabled[1]);
 }
 
 TEST_F(TraceWindow, The201stLineOpensASecondPage) {
@@ -197,22 +205,21 @@ TEST_F(TraceWindow, PaintingFollowsScrolling) {
     EXPECT_EQ(row(0), " line 0");
 }
 
-TEST_F(TraceWindow, MenuItemsAreGrayedWhileLinesArriveAndEnabledWhenIdle) {
-    printLines(0, 3);
-    EXPECT_FALSE(window->itemEnabled[0]);
-    EXPECT_FALSE(window->itemEnabled[1]);
-    EXPECT_TRUE(window->itemEnabled[3]);
-    send(ui::Msg::activate);
-    send(ui::Msg::paint);
-    EXPECT_TRUE(window->itemEnabled[0]);
-    EXPECT_TRUE(window->itemEnabled[1]);
-}
-
-TEST_F(TraceWindow, ResetDoesNothingWithoutTextAndEmptiesTheStoreWithText) {
+TEST_F(TraceWindow, WithoutTextResetDoesNothingAndSaveAsWarns) {
     std::string firstPath = w->traceFilePath;
     send(ui::Msg::command, ui::commandReset);
     EXPECT_EQ(firstPath, w->traceFilePath);
     EXPECT_EQ(display->boxCount, 0);
+    send(ui::Msg::command, ui::commandSaveAs);
+    EXPECT_EQ(display->beeps, 1u);
+    ASSERT_EQ(display->boxCount, 1);
+    EXPECT_EQ(box(0), "Warning|No Trace Info Available");
+    EXPECT_EQ(display->boxes[0].style, 0u);
+    EXPECT_EQ(display->dialogCount, 0);
+}
+
+TEST_F(TraceWindow, ResetEmptiesTheStoreAndClosesAnOpenLine) {
+    std::string firstPath = w->traceFilePath;
 
     printLines(0, 30);
     send(ui::Msg::keyDown, ui::keyDown);
@@ -230,24 +237,14 @@ TEST_F(TraceWindow, ResetDoesNothingWithoutTextAndEmptiesTheStoreWithText) {
     EXPECT_EQ(w->traceFirstPage->lineStarts[0], 0u);
     EXPECT_EQ(lineAt(0), "fresh\n");
     EXPECT_EQ(row(0), " fresh");
-}
 
-TEST_F(TraceWindow, ResetWhileALineIsOpenStartsANewLine) {
+    // A half-written line is dropped: the next text starts a new one.
     kivTracePrint(w.get(), "half");
     kivResetTrace(w.get());
     EXPECT_EQ(w->traceLineOpen, 0);
     kivTracePrint(w.get(), "whole\n");
     EXPECT_EQ(w->traceLineCount, 1u);
     EXPECT_EQ(lineAt(0), "whole\n");
-}
-
-TEST_F(TraceWindow, SaveAsWithoutTextBeepsAndWarns) {
-    send(ui::Msg::command, ui::commandSaveAs);
-    EXPECT_EQ(display->beeps, 1u);
-    ASSERT_EQ(display->boxCount, 1);
-    EXPECT_EQ(box(0), "Warning|No Trace Info Available");
-    EXPECT_EQ(display->boxes[0].style, 0u);
-    EXPECT_EQ(display->dialogCount, 0);
 }
 
 TEST_F(TraceWindow, SaveAsCopiesTheTemporaryFileInBlocksOf10000) {
