@@ -58,21 +58,14 @@ TEST(DerEncoding, IsTheSameWhateverTheOrderOfTheSetOf) {
 TEST(BerEncoding, KeepsTheSetOfInTheOrderGiven) {
     CatalogWorld w;
     kivSelectRules(w.get(), 0);
-    OwnedEntry v;
-    sampleEntry(v);
-    Encoded e = encodeEntry(w.get(), v.entry);
+    Encoded e = encodeEntry(w.get(), *catalogSampleEntry());
     ASSERT_EQ(e.code, 0);
     // The tag "2026" as an element, not the year of created.
     const std::string year("\x13\x04" "2026");
     std::string text(e.octets.begin(), e.octets.end());
     EXPECT_LT(text.find("reference"), text.find("Archive"));
     EXPECT_LT(text.find("Archive"), text.find(year));
-    kivSelectRules(w.get(), 3);
-    e = encodeEntry(w.get(), v.entry);
-    text.assign(e.octets.begin(), e.octets.end());
-    // Shorter encodings first, then by octets: "2026" < "Archive" < "reference".
-    EXPECT_LT(text.find(year), text.find("Archive"));
-    EXPECT_LT(text.find("Archive"), text.find("reference"));
+    // DER's order of the same tags is pinned by the exact encoding below.
 }
 
 TEST(DerEncoding, OfTheSampleIsExact) {
