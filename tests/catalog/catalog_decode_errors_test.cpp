@@ -1,6 +1,6 @@
 // Every way the catalog's decoder refuses an encoding: the code, the message
 // with its field, element and PDU, and nothing left allocated. Also the
-// allocation-failure sweeps of decoding and encoding.
+// allocation-failure sweeps of decoding, encoding and copying.
 #include <gtest/gtest.h>
 
 #include "catalog_fixture.h"
@@ -164,13 +164,10 @@ TEST(DecoderRefusals, AnswerTheCodeWithTheMessageAndContextAndLeakNothing) {
         AllocCounter counter;
         installCountingHooks(w.get(), &counter);
         ASSERT_EQ(kivSelectRules(w.get(), r.rules), 0);
-        Octets input = r.input;
-        KivBuffer in{static_cast<uint32_t>(input.size()), input.data()};
-        int32_t pdu = CATALOG_PDU_ENTRY;
-        void* value = nullptr;
-        EXPECT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), r.code);
+        Decoded d = decodeEntry(w.get(), r.input);
+        EXPECT_EQ(d.code, r.code);
         EXPECT_STREQ(w->messageText, r.message);
-        EXPECT_EQ(value, nullptr);
+        EXPECT_EQ(d.value, nullptr);
         EXPECT_EQ(counter.live, 0);
     }
 }
@@ -182,24 +179,17 @@ TEST(DecoderRefusals, TheSameEncodingsPassWhereOnlyDerForbidsThem) {
     padded.tags = tlv(0x31, {0x13, 0x01, 'B', 0x13, 0x01, 'A'});
     CatalogWorld w;
     kivSelectRules(w.get(), 0);
-    Octets input = padded.build();
-    KivBuffer in{static_cast<uint32_t>(input.size()), input.data()};
-    int32_t pdu = CATALOG_PDU_ENTRY;
-    void* value = nullptr;
-    ASSERT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 0) << w->messageText;
-    const auto* e = static_cast<const CatalogEntry*>(value);
+    Decoded d = decodeEntry(w.get(), padded.build());
+    ASSERT_EQ(d.code, 0) << w->messageText;
+    const auto* e = static_cast<const CatalogEntry*>(d.value);
     EXPECT_EQ(e->serial, 5);
     EXPECT_STREQ(e->tags->value, "B");
-    kivReleasePdu(w.get(), pdu, value);
+    kivReleasePdu(w.get(), CATALOG_PDU_ENTRY, d.value);
 }
 
 TEST(DecoderRefusals, AnUnknownPduNumberHasNoPduContext) {
     CatalogWorld w;
-    Octets input = Parts().build();
-    KivBuffer in{static_cast<uint32_t>(input.size()), input.data()};
-    int32_t pdu = 2;
-    void* value = nullptr;
-    EXPECT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 3);
+    EXPECT_EQ(decodeEntry(w.get(), Parts().build(), nullptr, 2).code, 3);
     EXPECT_STREQ(w->messageText, "D0003S: PDU number not in range: 2.\n");
 }
 
@@ -207,20 +197,18 @@ TEST(DecoderRefusals, GoToTheTraceWithTheErrorFlag) {
     CatalogWorld w;
     kivStoreDebugFlags(w.get(), KIV_DEBUG_ERRORS);
     Octets input = with([](Parts& p) { p.created = tlv(0x18, text("2026112221")); }).build();
-    KivBuffer in{static_cast<uint32_t>(input.size()), input.data()};
-    int32_t pdu = CATALOG_PDU_ENTRY;
-    void* value = nullptr;
-    EXPECT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 12);
+    EXPECT_EQ(decodeEntry(w.get(), input).code, 12);
     const std::string message =
         "D0012S: Out-of-range value in time type; check field 'created' (type: "
         "GeneralizedTime) of PDU #1 'Entry'.\n";
     EXPECT_EQ(w.output(), "The decoder error message:\n\n" + message);
 }
 
-// Fails the 1st, 2nd, ... allocation until the operation succeeds; every
-// failure answers 8 and leaves nothing behind.
+// Fails the 1st, 2nd, ... allocation until the operation succeeds, which
+// must take more than atLeast allocations; every failure answers 8, writes
+// the out-of-memory message with the prefix (if any) and leaves nothing behind.
 template <class Operation>
-void sweepAllocationFailures(int rules, char prefix, Operation operation) {
+void sweepAllocationFailures(int rules, char prefix, long atLeast, Operation operation) {
     for (long n = 1;; ++n) {
         SCOPED_TRACE(n);
         CatalogWorld w;
@@ -232,12 +220,14 @@ void sweepAllocationFailures(int rules, char prefix, Operation operation) {
         if (counter.calls < n) {
             EXPECT_EQ(code, 0);
             EXPECT_EQ(counter.live, 0);
-            ASSERT_GT(n, 3) << "the sweep reached too few allocations";
+            ASSERT_GT(n, atLeast) << "the sweep reached too few allocations";
             return;
         }
         EXPECT_EQ(code, 8);
-        EXPECT_EQ(std::string(w->messageText).substr(0, 40),
-                  prefix + std::string("0008S: Out of memory; bytes requested: "));
+        if (prefix) {
+            EXPECT_EQ(std::string(w->messageText).substr(0, 40),
+                      prefix + std::string("0008S: Out of memory; bytes requested: "));
+        }
         EXPECT_EQ(counter.live, 0);
     }
 }
@@ -249,13 +239,10 @@ TEST(AllocationFailure, DuringDecodingGivesBackEveryBlock) {
     CatalogWorld source;
     kivSelectRules(source.get(), 3);
     Octets encoding = encodeEntry(source.get(), v.entry).octets;
-    sweepAllocationFailures(3, 'D', [&](KivGlobal* w) {
-        KivBuffer in{static_cast<uint32_t>(encoding.size()), encoding.data()};
-        int32_t pdu = CATALOG_PDU_ENTRY;
-        void* value = nullptr;
-        int32_t code = kivDecodePdu(w, &pdu, &in, &value);
-        if (code == 0) kivReleasePdu(w, pdu, value);
-        return code;
+    sweepAllocationFailures(3, 'D', 3, [&](KivGlobal* w) {
+        Decoded d = decodeEntry(w, encoding);
+        if (d.code == 0) kivReleasePdu(w, CATALOG_PDU_ENTRY, d.value);
+        return d.code;
     });
 }
 
@@ -265,11 +252,23 @@ TEST(AllocationFailure, DuringEncodingGivesBackEveryBlock) {
     randomEntry(rng, v, 150);  // several output chunks and SET OF components
     for (int rules : {0, 3, 5, 6}) {
         SCOPED_TRACE(rules);
-        sweepAllocationFailures(rules, 'E', [&](KivGlobal* w) {
+        sweepAllocationFailures(rules, 'E', 3, [&](KivGlobal* w) {
             Encoded e = encodeEntry(w, v.entry);
             return e.code;
         });
     }
+}
+
+TEST(AllocationFailure, DuringCopyingGivesBackEveryBlock) {
+    std::mt19937 rng(5);
+    OwnedEntry v;
+    randomEntry(rng, v, 30);
+    sweepAllocationFailures(0, 0, 30, [&](KivGlobal* w) {
+        void* copy = nullptr;
+        auto code = static_cast<int32_t>(kivCopyValue(w, CATALOG_PDU_ENTRY, &v.entry, &copy));
+        if (code == 0) kivReleasePdu(w, CATALOG_PDU_ENTRY, copy);
+        return code;
+    });
 }
 
 }  // namespace

@@ -162,4 +162,12 @@ Encoded encodeEntry(KivGlobal* world, const CatalogEntry& entry) {
     return e;
 }
 
+Decoded decodeEntry(KivGlobal* world, const std::vector<uint8_t>& octets, void* into,
+                    int32_t pdu) {
+    KivBuffer in{static_cast<uint32_t>(octets.size()), const_cast<uint8_t*>(octets.data())};
+    Decoded d{0, into};
+    d.code = kivDecodePdu(world, &pdu, &in, &d.value);
+    return d;
+}
+
 }  // namespace fenk::test

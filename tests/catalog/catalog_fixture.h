@@ -50,6 +50,15 @@ struct Encoded {
 };
 Encoded encodeEntry(KivGlobal* world, const CatalogEntry& entry);
 
+// Decodes the octets as the given PDU, into the caller's buffer when into is
+// not null; the code and the value.
+struct Decoded {
+    int32_t code;
+    void* value;
+};
+Decoded decodeEntry(KivGlobal* world, const std::vector<uint8_t>& octets, void* into = nullptr,
+                    int32_t pdu = CATALOG_PDU_ENTRY);
+
 }  // namespace fenk::test
 
 #endif

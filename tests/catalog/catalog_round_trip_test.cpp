@@ -12,19 +12,6 @@
 namespace fenk::test {
 namespace {
 
-struct Decoded {
-    int32_t code;
-    void* value;
-};
-
-Decoded decode(KivGlobal* world, std::vector<uint8_t>& octets) {
-    KivBuffer in{static_cast<uint32_t>(octets.size()), octets.data()};
-    int32_t pdu = CATALOG_PDU_ENTRY;
-    void* value = nullptr;
-    int32_t code = kivDecodePdu(world, &pdu, &in, &value);
-    return {code, value};
-}
-
 class RoundTrip : public ::testing::TestWithParam<int> {};
 
 TEST_P(RoundTrip, DecodeOfEncodeGivesTheValueBackAndLeavesNothing) {
@@ -38,7 +25,7 @@ TEST_P(RoundTrip, DecodeOfEncodeGivesTheValueBackAndLeavesNothing) {
         randomEntry(rng, v);
         Encoded e = encodeEntry(w.get(), v.entry);
         ASSERT_EQ(e.code, 0) << w->messageText;
-        Decoded d = decode(w.get(), e.octets);
+        Decoded d = decodeEntry(w.get(), e.octets);
         ASSERT_EQ(d.code, 0) << w->messageText;
         EXPECT_TRUE(sameEntry(v.entry, *static_cast<CatalogEntry*>(d.value))) << "value " << i;
         EXPECT_EQ(kivCompareValue(w.get(), CATALOG_PDU_ENTRY, &v.entry, d.value), 0u);
@@ -71,21 +58,14 @@ TEST(DerEncoding, IsTheSameWhateverTheOrderOfTheSetOf) {
 TEST(BerEncoding, KeepsTheSetOfInTheOrderGiven) {
     CatalogWorld w;
     kivSelectRules(w.get(), 0);
-    OwnedEntry v;
-    sampleEntry(v);
-    Encoded e = encodeEntry(w.get(), v.entry);
+    Encoded e = encodeEntry(w.get(), *catalogSampleEntry());
     ASSERT_EQ(e.code, 0);
     // The tag "2026" as an element, not the year of created.
     const std::string year("\x13\x04" "2026");
     std::string text(e.octets.begin(), e.octets.end());
     EXPECT_LT(text.find("reference"), text.find("Archive"));
     EXPECT_LT(text.find("Archive"), text.find(year));
-    kivSelectRules(w.get(), 3);
-    e = encodeEntry(w.get(), v.entry);
-    text.assign(e.octets.begin(), e.octets.end());
-    // Shorter encodings first, then by octets: "2026" < "Archive" < "reference".
-    EXPECT_LT(text.find(year), text.find("Archive"));
-    EXPECT_LT(text.find("Archive"), text.find("reference"));
+    // DER's order of the same tags is pinned by the exact encoding below.
 }
 
 TEST(DerEncoding, OfTheSampleIsExact) {
@@ -153,18 +133,15 @@ TEST(Decoding, IntoTheCallersBufferBuildsTheValueThere) {
     Encoded e = encodeEntry(w.get(), *catalogSampleEntry());
     alignas(8) uint8_t room[512];
     kivStoreDecodeBufferLength(w.get(), sizeof room);
-    KivBuffer in{static_cast<uint32_t>(e.octets.size()), e.octets.data()};
-    int32_t pdu = CATALOG_PDU_ENTRY;
-    void* value = room;
-    ASSERT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 0) << w->messageText;
-    EXPECT_EQ(value, room);
-    EXPECT_TRUE(sameEntry(*catalogSampleEntry(), *static_cast<CatalogEntry*>(value)));
+    Decoded d = decodeEntry(w.get(), e.octets, room);
+    ASSERT_EQ(d.code, 0) << w->messageText;
+    EXPECT_EQ(d.value, room);
+    EXPECT_TRUE(sameEntry(*catalogSampleEntry(), *static_cast<CatalogEntry*>(d.value)));
     EXPECT_EQ(counter.live, 0);
     // The world is back out of the caller's buffer for the next encoding.
     EXPECT_EQ(encodeEntry(w.get(), *catalogSampleEntry()).octets, e.octets);
     kivStoreDecodeBufferLength(w.get(), 64);
-    value = room;
-    EXPECT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 1);
+    EXPECT_EQ(decodeEntry(w.get(), e.octets, room).code, 1);
     EXPECT_EQ(counter.live, 0);
 }
 
@@ -183,11 +160,8 @@ TEST(Decoding, WithATemporaryBufferStillGivesBackAFailedValue) {
     size_t month = octets.find("20261122") + 4;
     e.octets[month] = '1';
     e.octets[month + 1] = '3';
-    KivBuffer in{static_cast<uint32_t>(e.octets.size()), e.octets.data()};
-    int32_t pdu = CATALOG_PDU_ENTRY;
-    void* value = nullptr;
     counter.calls = 0;
-    EXPECT_EQ(kivDecodePdu(w.get(), &pdu, &in, &value), 12);
+    EXPECT_EQ(decodeEntry(w.get(), e.octets).code, 12);
     EXPECT_GE(counter.calls, 3);
     EXPECT_EQ(counter.live, 0);
 }

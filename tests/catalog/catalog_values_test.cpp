@@ -32,28 +32,6 @@ TEST(CatalogCopy, OfGeneratedValuesComparesEqualAndReleasesCleanly) {
     }
 }
 
-TEST(CatalogCopy, ThatRunsOutOfMemoryLeavesNothing) {
-    OwnedEntry v;
-    std::mt19937 rng(5);
-    randomEntry(rng, v, 30);
-    for (long n = 1;; ++n) {
-        CatalogWorld w;
-        AllocCounter counter;
-        installCountingHooks(w.get(), &counter);
-        counter.failAt = n;
-        void* copy = nullptr;
-        uint32_t code = kivCopyValue(w.get(), CATALOG_PDU_ENTRY, &v.entry, &copy);
-        if (code == 0) {
-            ASSERT_GT(n, 30);
-            kivReleasePdu(w.get(), CATALOG_PDU_ENTRY, copy);
-            EXPECT_EQ(counter.live, 0);
-            break;
-        }
-        EXPECT_EQ(code, 8u) << n;
-        EXPECT_EQ(counter.live, 0) << n;
-    }
-}
-
 TEST(CatalogCopy, IntoTheCallersBufferUsesOnlyThatBuffer) {
     CatalogWorld w;
     AllocCounter counter;

@@ -151,12 +151,4 @@ TEST(Quote, CharactersAsTheyAre) {
     EXPECT_EQ(w.sizes, std::vector<uint64_t>{6});
 }
 
-TEST(Quote, NullAllocationGivesNull) {
-    PrintWorld w;
-    w.giveNull = true;
-    EXPECT_EQ(kivQuoteChars(w.get(), "ab", 2), nullptr);
-    EXPECT_EQ(kivQuoteCString(w.get(), "ab"), nullptr);
-    EXPECT_EQ(kivWideCharStringToText(w.get(), "ab", 2, 1), nullptr);
-}
-
 }  // namespace

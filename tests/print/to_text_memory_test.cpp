@@ -8,55 +8,16 @@
 
 #include "support/alloc_hooks.h"
 #include "support/raise_catcher.h"
-#include "support/test_world.h"
+#include "print/print_fixture.h"
 
 using fenk::test::AllocCounter;
 using fenk::test::Caught;
+using fenk::test::PrintWorld;
+using fenk::test::Service;
 using fenk::test::TestWorld;
+using fenk::test::services;
 
 namespace {
-
-const uint8_t kOctets[] = {0xDE, 0xAD, 0xBE, 0xEF};
-const KivTimeStruct kTime = {2024, 2, 29, 23, 59, 58, 7, 0, 1};
-const KivTimeStruct kUtcTime = {24, 2, 29, 23, 59, 58, 0, 0, 0};
-
-// Every to-text service, with a value and its text. Plain function pointers:
-// a raise jumps across the call.
-struct Service {
-    const char* name;
-    char* (*call)(KivGlobal*);
-    const char* text;
-};
-
-std::vector<Service> services() {
-    return {
-        {"bits", [](KivGlobal* w) { return kivBitsToText(w, "<", kOctets, 9, ">"); },
-         "<11011110 1>"},
-        {"bit string", [](KivGlobal* w) { return kivBitStringToText(w, kOctets, 4); }, "'1101'B"},
-        {"bits in integer",
-         [](KivGlobal* w) {
-             static const uint16_t v = 0xC000;
-             return kivBitsInIntegerToText(w, &v, 2, 2);
-         },
-         "'11'B"},
-        {"hex", [](KivGlobal* w) { return kivHexToText(w, "", kOctets, 4, ""); }, "DEADBEEF"},
-        {"octet string", [](KivGlobal* w) { return kivOctetStringToText(w, kOctets, 2); },
-         "'DEAD'H"},
-        {"UTCTime", [](KivGlobal* w) { return kivUTCTimeToText(w, &kUtcTime); },
-         "\"240229235958Z\""},
-        {"GeneralizedTime", [](KivGlobal* w) { return kivGeneralizedTimeToText(w, &kTime); },
-         "\"20240229235958.007Z\""},
-        {"int64", [](KivGlobal* w) { return kivInt64ToText(w, -12); }, "-12"},
-        {"uint64", [](KivGlobal* w) { return kivUInt64ToText(w, 12); }, "12"},
-        {"wide", [](KivGlobal* w) { return kivWideCharStringToText(w, "a\x01", 2, 1); },
-         "{\"a\", {0, 0, 0, 1}}"},
-        {"quote chars", [](KivGlobal* w) { return kivQuoteChars(w, "ab", 2); }, "\"ab\""},
-        {"quote text", [](KivGlobal* w) { return kivQuoteCString(w, "ab"); }, "\"ab\""},
-        {"binary REAL", [](KivGlobal* w) { return kivBinaryRealToText(w, 0.5); },
-         "{ mantissa 1, base 2, exponent -1 }"},
-        {"decimal REAL", [](KivGlobal* w) { return kivDecimalRealToText(w, "2.5"); }, "25E-1"},
-    };
-}
 
 TEST(ToTextMemory, TextsFromHeapChunksAreGivenBackBySlot148) {
     TestWorld w;
@@ -99,6 +60,14 @@ TEST(ToTextMemory, TextsFromTheTemporaryBufferReleaseBackToTheirMark) {
     EXPECT_NE(std::string(w->messageText).find("0132S: Buffer provided for temporary memory"),
               std::string::npos)
         << w->messageText;
+}
+
+// Slot 132 of the world's own table answering null: every service gives null.
+TEST(ToTextMemory, NullFromTheTablesTemporaryMemoryGivesNull) {
+    PrintWorld w;
+    w.giveNull = true;
+    for (const Service& s : services()) EXPECT_EQ(s.call(w.get()), nullptr) << s.name;
+    EXPECT_EQ(w.sizes.size(), services().size()) << "each asked once";
 }
 
 TEST(ToTextMemory, OutOfMemoryRaisesCodeEightAndLeaksNothing) {
