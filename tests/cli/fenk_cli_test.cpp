@@ -36,7 +36,7 @@ Result fenk(const std::string& arguments, const std::string& input = "") {
 }
 
 TEST(FenkCli, HelpAnswersZeroAndUnknownOptionsTwo) {
-    for (const char* command : {"demo", "entry", "time", "iso", "real", "hexdump", "xml",
+    for (const char* command : {"demo", "entry", "time", "iso", "xsd", "real", "hexdump", "xml",
                                 "ber-length", "code"}) {
         SCOPED_TRACE(command);
         Result help = fenk(std::string(command) + " --help");
@@ -91,6 +91,18 @@ TEST(FenkCli, EachCommandsStatusAndOutput) {
         {"iso canonical 2009-05-20T13:05:00,5", 1,
          "0330E: Invalid canonical form of time value: 'full stops should be used as decimal "
          "signs'.\ncode 5: ", true},
+        {"xsd parse dateTime 2009-05-20T13:05:00.5-05:30", 0,
+         "year=2009\nmonth=5\nday=20\nhour=13\nminute=5\nsecond=0\nfraction=5\nzone=-330\n"},
+        {"xsd parse gMonthDay --05-31", 0, "month=5\nday=31\nzone=none\n"},
+        {"xsd parse gMonthDay --05-32", 1, "code 12: ", true},
+        {"xsd parse duration -P1DT2H", 0,
+         "negative=1\nyear=0\nmonth=0\nday=1\nhour=2\nminute=0\nsecond=0\n"},
+        {"xsd format date year=2009 month=5 day=20 zone=Z", 0, "2009-05-20Z\n"},
+        {"xsd format gDay day=15 zone=+60", 0, "---15+01:00\n"},
+        {"xsd format duration year=1 minute=30 second=0 fraction=25", 0, "P1YT30M0.25S\n"},
+        {"xsd format time hour=25", 1, "code 12: ", true},
+        {"xsd format date month=x", 2},
+        {"xsd parse week 2009", 2},
         {"real parse -12.50E-3", 0, "sign -, digits 125, exponent -2\n"},
         {"real canonical 12.50E-3", 0, "1.25E-2\n"},
         {"real compare 1.5 15E-1", 0, "equal\n"},
