@@ -9,28 +9,10 @@
 #include <string>
 
 #include "fenkapi.h"
+#include "fuzz_capture.h"
 #include "kivapit.h"
 
 namespace {
-
-struct Capture {
-    KivGlobal world;
-    char* buffer = nullptr;
-    size_t size = 0;
-    FILE* stream = nullptr;
-
-    Capture() {
-        if (kivCompanionInitWorld(&world, nullptr) != 0) std::abort();
-        stream = open_memstream(&buffer, &size);
-        world.outputStream = stream;
-    }
-    std::string take() {
-        std::fflush(stream);
-        std::string text(buffer, size);
-        std::rewind(stream);
-        return text;
-    }
-};
 
 // 0 stands for the 8-bit printer; the others are unit widths.
 constexpr uint16_t kWidths[] = {0, 1, 2, 4, 3, 8};
@@ -38,7 +20,7 @@ constexpr uint16_t kWidths[] = {0, 1, 2, 4, 3, 8};
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static Capture capture;
+    static FuzzCapture capture;
     KivGlobal* world = &capture.world;
     if (size < 2) return 0;
     uint16_t width = kWidths[data[0] % (sizeof kWidths / sizeof kWidths[0])];

@@ -9,28 +9,10 @@
 #include <string>
 
 #include "fenkapi.h"
+#include "fuzz_capture.h"
 #include "kivapit.h"
 
 namespace {
-
-struct Capture {
-    KivGlobal world;
-    char* buffer = nullptr;
-    size_t size = 0;
-    FILE* stream = nullptr;
-
-    Capture() {
-        if (kivCompanionInitWorld(&world, nullptr) != 0) std::abort();
-        stream = open_memstream(&buffer, &size);
-        world.outputStream = stream;
-    }
-    std::string take() {
-        std::fflush(stream);
-        std::string text(buffer, size);
-        std::rewind(stream);
-        return text;
-    }
-};
 
 bool isSpecial(const std::string& text) {
     return text == "PLUS-INFINITY" || text == "MINUS-INFINITY" || text == "NOT-A-NUMBER" ||
@@ -40,7 +22,7 @@ bool isSpecial(const std::string& text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static Capture capture;
+    static FuzzCapture capture;
     KivGlobal* world = &capture.world;
     std::string text(reinterpret_cast<const char*>(data), size);
     // The first octet's low bit chooses the braced base-10 form.
