@@ -1,6 +1,6 @@
 // The to-text services on the world's own temporary memory: texts come from
-// the heap chunks or the temporary buffer, slot 148 gives them back, and a
-// failed allocation raises out of memory without leaving anything behind.
+// the heap chunks or the temporary buffer and slot 148 gives them back. (A
+// failed allocation is swept with the rest of the library in tests/faults.)
 #include <gtest/gtest.h>
 
 #include <string>
@@ -68,23 +68,6 @@ TEST(ToTextMemory, NullFromTheTablesTemporaryMemoryGivesNull) {
     w.giveNull = true;
     for (const Service& s : services()) EXPECT_EQ(s.call(w.get()), nullptr) << s.name;
     EXPECT_EQ(w.sizes.size(), services().size()) << "each asked once";
-}
-
-TEST(ToTextMemory, OutOfMemoryRaisesCodeEightAndLeaksNothing) {
-    for (const Service& s : services()) {
-        TestWorld w;
-        AllocCounter counter;
-        fenk::test::installCountingHooks(w.get(), &counter);
-        counter.failAt = 1;
-        w->messageOut = w->messageText;
-        Caught c = fenk::test::catchRaise(w.get(), [&] { s.call(w.get()); });
-        EXPECT_TRUE(c.raised) << s.name;
-        EXPECT_EQ(c.value, 8) << s.name;
-        EXPECT_NE(std::string(w->messageText).find("0008S: Out of memory; bytes requested: "),
-                  std::string::npos)
-            << s.name << ": " << w->messageText;
-        EXPECT_EQ(counter.live, 0) << s.name;
-    }
 }
 
 }  // namespace

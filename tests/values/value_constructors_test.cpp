@@ -146,44 +146,4 @@ TEST_F(Constructors, ArraysAndOpenTypes) {
     EXPECT_EQ(counter.live, 0);
 }
 
-// Every constructor that allocates twice or more: each allocation failing in
-// turn gives null and leaves nothing behind.
-TEST_F(Constructors, FailureAtEachAllocationLeavesNothing) {
-    const uint8_t octets[] = {1, 2, 3, 4};
-    const uint16_t units[] = {1, 2};
-    auto withData = [this](void* r) { release(r, static_cast<KivLengthData*>(r)->data); };
-    auto withEncoded = [this](void* r) { release(r, static_cast<KivContaining*>(r)->encoded); };
-    auto withValue = [this](void* r) {  // decoded at offset 16 in both records
-        freeTestValue(g, kTestPdu, static_cast<KivContaining*>(r)->decoded);
-        kivFreeBlock(g, r);
-    };
-    const std::vector<std::pair<std::function<void*()>, std::function<void(void*)>>> cases = {
-        {[&] { return kivNewOctets(g, octets, 4); }, withData},
-        {[&] { return kivNewOctetsFromText(g, "abc"); }, withData},
-        {[&] { return kivNewString16(g, units, 2); }, withData},
-        {[&] { return kivNewBits(g, octets, 20); }, withData},
-        {[&] { return kivNewArray(g, 2, 4, 1); }, withData},
-        {[&] { return kivNewArrayCopy(g, octets, 2, 2); }, withData},
-        {[&] { return kivNewOpenTypeEncoded(g, octets, 4, 24); },
-         [&](void* r) { release(r, static_cast<KivOpenType*>(r)->encoded); }},
-        {[&] { return kivNewContainingOctets(g, octets, 4); }, withEncoded},
-        {[&] { return kivNewOpenTypeDecoded(g, source.get(), kTestPdu, 24); }, withValue},
-        {[&] { return kivNewContainingValue(g, source.get(), kTestPdu); }, withValue},
-    };
-    for (size_t i = 0; i < cases.size(); ++i) {
-        for (long k = 1;; ++k) {
-            counter = AllocCounter{};
-            counter.failAt = k;
-            void* made = cases[i].first();
-            EXPECT_EQ(counter.live, made ? counter.calls : 0) << "case " << i << ", failing " << k;
-            if (made) {
-                EXPECT_GE(k, 3) << "case " << i << ": two allocations or more";
-                cases[i].second(made);
-                EXPECT_EQ(counter.live, 0);
-                break;
-            }
-        }
-    }
-}
-
 }  // namespace
