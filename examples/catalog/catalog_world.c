@@ -21,19 +21,21 @@ CatalogControlTable catalogControlTable = {
 };
 
 /* The BER coder table: the coder pair first, the backward octet writer at
- * entry 83; the library's SET OF ordering writes sorted components through it. */
-static KivRoutine berTable[KIV_CODER_BACKWARD_WRITER + 1];
+ * entry 83; the library's SET OF ordering writes sorted components through it.
+ * Filled when the program loads, so that threads making worlds at the same
+ * time only read it. */
+static KivRoutine berTable[KIV_CODER_BACKWARD_WRITER + 1] = {
+    (KivRoutine)catalogBerEncode,
+    (KivRoutine)catalogBerDecode,
+    [KIV_CODER_BACKWARD_WRITER] = (KivRoutine)catalogWriteBackward,
+};
 static KivCoderPair xerPair = {catalogXerEncode, NULL};
 
 /* coderFlags bit 1: the coders were made with DER support. */
 #define CATALOG_CODER_DER 0x2u
 
 void catalogInstall(KivGlobal* world) {
-    KivCoderPair* pair = (KivCoderPair*)berTable;
-    pair->encoder = catalogBerEncode;
-    pair->decoder = catalogBerDecode;
-    berTable[KIV_CODER_BACKWARD_WRITER] = (KivRoutine)catalogWriteBackward;
-    world->berCoders = pair;
+    world->berCoders = (KivCoderPair*)berTable;
     world->xerCoders = &xerPair;
     world->coderFlags |= CATALOG_CODER_DER;
     kivSetValueRoutines(world, catalogControlTable.valueRoutines);
