@@ -100,6 +100,7 @@ int32_t printRoutine(KivGlobal* world, int32_t pduNum, void* value) {
 KivControlTable goodTable{nullptr, KIV_CONTROL_TABLE_VERSION, &printRoutine};
 
 void recordingHandler(int) {}
+void recordingInfoHandler(int, siginfo_t*, void*) {}
 
 class GuardedPrint : public ::testing::Test {
 protected:
@@ -227,6 +228,20 @@ TEST_F(GuardedPrint, TrapIsInForceOnlyDuringTheOperation) {
     EXPECT_EQ(seen.handlerInForce, &recordingHandler);
     EXPECT_EQ(w->savedSignalHandler, nullptr);
     EXPECT_EQ(display(raise), 17);
+
+    // A three-argument handler is recorded by its address and comes back
+    // whole, flags included, when the operation is over.
+    struct sigaction three = {}, after;
+    three.sa_sigaction = &recordingInfoHandler;
+    three.sa_flags = SA_SIGINFO;
+    sigaction(SIGSEGV, &three, nullptr);
+    w->decodingFlags &= ~0x200u;
+    EXPECT_EQ(display(fault), 14);
+    EXPECT_EQ(reinterpret_cast<void*>(w->savedSignalHandler),
+              reinterpret_cast<void*>(&recordingInfoHandler));
+    sigaction(SIGSEGV, nullptr, &after);
+    EXPECT_EQ(after.sa_sigaction, &recordingInfoHandler);
+    EXPECT_TRUE(after.sa_flags & SA_SIGINFO);
     sigaction(SIGSEGV, &before, nullptr);
 }
 
