@@ -214,6 +214,7 @@ TEST_F(TraceWindow, PaintingFollowsScrolling) {
     EXPECT_EQ(window->bars[ui::barHorizontal].position, 8);
     EXPECT_EQ(row(0), "");
     send(ui::Msg::hscroll, ui::scrollLineUp);
+    send(ui::Msg::hscroll, ui::scrollEnd);
     EXPECT_EQ(window->bars[ui::barHorizontal].position, 7);
     send(ui::Msg::hscroll, ui::scrollThumbPosition, 6);
     EXPECT_EQ(row(0), "0");
