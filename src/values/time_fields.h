@@ -26,13 +26,15 @@ inline bool canonicalRules(int32_t rules) { return rules == 3 || rules == 7; }
 constexpr int32_t kZoneLocal = 0;
 constexpr int32_t kZoneUtc = 1;
 
-inline bool isDigit(char c) { return c >= '0' && c <= '9'; }
+// Named apart from the time texts' class-table reader: two different inline
+// bodies under one name would leave the linker to keep either of them.
+inline bool asciiDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Reads exactly n digits; on failure the position is left where it was.
 inline bool readDigits(const char*& at, int n, uint32_t& value) {
     uint32_t v = 0;
     for (int i = 0; i < n; ++i) {
-        if (!isDigit(at[i])) return false;
+        if (!asciiDigit(at[i])) return false;
         v = v * 10 + static_cast<uint32_t>(at[i] - '0');
     }
     at += n;
@@ -84,11 +86,11 @@ inline FractionDigits readFractionDigits(const char*& at) {
     FractionDigits f{0, 0, 0, '\0'};
     while (*at == '0') ++at;
     f.leading = static_cast<uint32_t>(at - start);
-    while (f.significant < 9 && isDigit(*at)) {
+    while (f.significant < 9 && asciiDigit(*at)) {
         f.value = f.value * 10 + static_cast<uint32_t>(*at++ - '0');
         ++f.significant;
     }
-    while (isDigit(*at)) ++at;
+    while (asciiDigit(*at)) ++at;
     if (at != start) f.last = at[-1];
     return f;
 }

@@ -127,6 +127,11 @@ void* countingPlainAlloc(size_t size) {
     ++plainAllocations;
     return std::malloc(size);
 }
+int plainResizes = 0;
+void* countingPlainRealloc(void* block, size_t size) {
+    ++plainResizes;
+    return std::realloc(block, size);
+}
 }  // namespace
 
 TEST(Defaults, HooksGoThroughThePlainRoutines) {
@@ -146,6 +151,15 @@ TEST(Defaults, HooksGoThroughThePlainRoutines) {
     EXPECT_EQ(w->outputStream, stdout);
     block = kivAllocate(w.get(), 10);
     EXPECT_EQ(plainAllocations, 1) << "slot 96 put the library routine back";
+
+    // The resize hook calls the world's plain resize routine; without one it
+    // answers null and leaves the block alone.
+    w->reallocRoutine = &countingPlainRealloc;
+    block = w->reallocHook(w.get(), block, 20);
+    EXPECT_EQ(plainResizes, 1);
+    ASSERT_NE(block, nullptr);
+    w->reallocRoutine = nullptr;
+    EXPECT_EQ(w->reallocHook(w.get(), block, 40), nullptr);
     kivRelease(w.get(), block);
 }
 

@@ -2,6 +2,7 @@
 // memory violations unwound into answers, the clean-up, the trap's handler
 // bookkeeping, and many threads at once.
 #include <gtest/gtest.h>
+#include <setjmp.h>
 #include <signal.h>
 #include <sys/mman.h>
 
@@ -34,6 +35,7 @@ enum Action : int32_t {
     nestedThenFault = 6,  // value is another world: a guarded raise there, then a fault here
     silentSerialization = 7,  // silent mode: the jump value is the index, 19 like the code
     nestedSilentThenFault = 8,  // value is another world: a silent 19 there, then a fault here
+    faultInAnotherThread = 9,   // a thread outside any guarded operation faults
 };
 
 struct Seen {
@@ -41,6 +43,10 @@ struct Seen {
     KivSignalHandler handlerInForce;
 };
 thread_local Seen seen;
+
+// The handler in force before the trap: it leaves a faulting access by a jump.
+thread_local sigjmp_buf recovery;
+void recoveringHandler(int) { siglongjmp(recovery, 1); }
 
 KivSignalHandler handlerInForce() {
     struct sigaction current;
@@ -88,6 +94,14 @@ int32_t printRoutine(KivGlobal* world, int32_t pduNum, void* value) {
             });
             return caught.raised ? -2 : -1;
         }
+        case faultInAnotherThread: {
+            bool recovered = false;
+            std::thread([&recovered] {
+                if (sigsetjmp(recovery, 1) == 0) (void)*faultingAddress();
+                else recovered = true;
+            }).join();
+            return recovered ? 1 : -1;
+        }
         case inspect:
             std::memcpy(&seen.world, world, sizeof *world);
             seen.handlerInForce = handlerInForce();
@@ -100,6 +114,7 @@ int32_t printRoutine(KivGlobal* world, int32_t pduNum, void* value) {
 KivControlTable goodTable{nullptr, KIV_CONTROL_TABLE_VERSION, &printRoutine};
 
 void recordingHandler(int) {}
+void recordingInfoHandler(int, siginfo_t*, void*) {}
 
 class GuardedPrint : public ::testing::Test {
 protected:
@@ -227,6 +242,33 @@ TEST_F(GuardedPrint, TrapIsInForceOnlyDuringTheOperation) {
     EXPECT_EQ(seen.handlerInForce, &recordingHandler);
     EXPECT_EQ(w->savedSignalHandler, nullptr);
     EXPECT_EQ(display(raise), 17);
+
+    // A three-argument handler is recorded by its address and comes back
+    // whole, flags included, when the operation is over.
+    struct sigaction three = {}, after;
+    three.sa_sigaction = &recordingInfoHandler;
+    three.sa_flags = SA_SIGINFO;
+    sigaction(SIGSEGV, &three, nullptr);
+    w->decodingFlags &= ~0x200u;
+    EXPECT_EQ(display(fault), 14);
+    EXPECT_EQ(reinterpret_cast<void*>(w->savedSignalHandler),
+              reinterpret_cast<void*>(&recordingInfoHandler));
+    sigaction(SIGSEGV, nullptr, &after);
+    EXPECT_EQ(after.sa_sigaction, &recordingInfoHandler);
+    EXPECT_TRUE(after.sa_flags & SA_SIGINFO);
+    sigaction(SIGSEGV, &before, nullptr);
+}
+
+TEST_F(GuardedPrint, AFaultOfAnUnguardedThreadGoesToTheHandlerBefore) {
+    struct sigaction mine = {}, before;
+    mine.sa_handler = &recoveringHandler;
+    sigemptyset(&mine.sa_mask);
+    sigaction(SIGSEGV, &mine, &before);
+    EXPECT_EQ(display(faultInAnotherThread), 1);
+    EXPECT_EQ(w->errorCode, 0) << "the operation itself did not fault";
+    EXPECT_EQ(handlerInForce(), &recoveringHandler);
+    EXPECT_EQ(display(fault), 14) << "the next operation traps again";
+    EXPECT_EQ(handlerInForce(), &recoveringHandler);
     sigaction(SIGSEGV, &before, nullptr);
 }
 

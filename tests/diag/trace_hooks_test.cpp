@@ -98,6 +98,10 @@ TEST_F(Hooks, ForwardRulesOutsidePoolModeJoinTheChunks) {
     fenk::test::TestWorld& world = w;
     world->encodingRules = kivRulesPerUnaligned;
     debug(KIV_DEBUG_ENCODER_OUTPUT);
+    // No chunk yet: nothing written shows one zero octet, as in pool mode.
+    kivTraceEncoderResult(world.get(), 0, nullptr, 0);
+    EXPECT_EQ(w.output(), "The encoder output:\n\n00\n");
+    w.clearOutput();
     auto caught = fenk::test::catchRaise(world.get(), [&] {
         auto* first = static_cast<uint8_t*>(kivNewOutputChunk(world.get()));
         std::memset(first, 0x11, 1024);

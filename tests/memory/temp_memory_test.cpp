@@ -106,6 +106,11 @@ TEST_F(TempHeap, ReleaseToTheNewestChunkOrAnOlderOne) {
     // Shrink the newest block in place, so a mark inside it is not its start.
     kivTempGrow(w.get(), a, 0, 16);
     EXPECT_EQ(w->userBufferStart, a + 16);
+    // A mark inside the newest chunk's block only moves the cursor back.
+    kivTempRelease(w.get(), a + 8);
+    EXPECT_EQ(w->userBufferStart, a + 8);
+    EXPECT_EQ(w->tempChunks, static_cast<void*>(a - 24));
+    EXPECT_EQ(counter.live, 1);
     void* b = kivTempAlloc(w.get(), 8);
     void* c = kivTempAlloc(w.get(), 8);
     // The newest chunk's own block: freed, marks back from its header.

@@ -65,6 +65,10 @@ TEST(XmlReindented, CharacterDataKeepsItsLine) {
 TEST(XmlReindented, PrologCommentsAndCdata) {
     EXPECT_EQ(reindented("junk<?xml version=\"1.0\"?><a/>"), "<?xml version=\"1.0\"?>\n<a/>");
     EXPECT_EQ(reindented("<?xml?>\n<!-- c --><a/>"), "<?xml?>\n\n<!-- c -->\n<a/>");
+    // Prolog character data goes out line by line; a carriage return ends a
+    // line, and counts once when a line feed follows it.
+    EXPECT_EQ(reindented("<?xml?>one\r\ntwo\r\r\n<a/>"), "<?xml?>\none\ntwo\n\n<a/>");
+    EXPECT_EQ(reindented("<?xml?>\ntail"), "<?xml?>\n\ntail\n") << "data left at the end";
     EXPECT_EQ(reindented("<a><!-- > --></a>"), "<a>\n  <!-- > -->\n</a>");
     EXPECT_EQ(reindented("<a><![CDATA[<x>]]></a>"), "<a><![CDATA[<x>]]>\n</a>")
         << "no line break before CDATA unless the data ended with one";

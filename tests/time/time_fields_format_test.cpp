@@ -224,10 +224,14 @@ TEST(TimeTextFormat, NullArgumentsAndFailedAllocationLeaveNothing) {
     EXPECT_EQ(kivFormatTimePoint(w.get(), &f, nullptr), 12);
     EXPECT_EQ(kivFormatDuration(w.get(), nullptr, &out), 12);
     EXPECT_EQ(kivFormatStartEnd(w.get(), &f, nullptr, &out), 12);
+    EXPECT_EQ(kivFormatStartDuration(w.get(), &f, nullptr, &out), 12);
+    EXPECT_EQ(kivFormatDurationEnd(w.get(), nullptr, &f, &out), 12);
     EXPECT_EQ(kivNormalizeTimeText(w.get(), "10:00", nullptr), 12);
 
     f.hours = 99;
     EXPECT_EQ(kivFormatTimePoint(w.get(), &f, &out), 12);
+    EXPECT_EQ(kivFormatStartDuration(w.get(), &f, &d, &out), 12);
+    EXPECT_EQ(kivFormatDurationEnd(w.get(), &d, &f, &out), 12);
     EXPECT_EQ(counter.calls, 0) << "validation comes before allocation";
     f.hours = 7;
 

@@ -264,6 +264,35 @@ TEST(TimeTextCompare, Examples) {
     EXPECT_EQ(kivTimeTextsDiffer(nullptr, "P1D", "P0Y1D"), 1);
 }
 
+TEST(TimeTextCompare, EveryFieldCounts) {
+    TestWorld w;
+    // Valid texts of one form that differ in one field or in one field's
+    // presence.
+    const char* pairs[][2] = {
+        {"20", "21"},
+        {"2009-01-01", "2010-01-01"},       {"2009-01-01", "2009-02-01"},
+        {"2009-01-01", "2009-01-02"},       {"2009-W01-1", "2009-W02-1"},
+        {"2009-W01-1", "2009-W01-2"},       {"2009-01", "2009-01-01"},
+        {"10:00:00", "11:00:00"},           {"10:00:00", "10:01:00"},
+        {"10:00:00", "10:00:01"},           {"10:00", "10:00:00"},
+        {"10:00", "10"},                    {"10:00", "10:00Z"},
+        {"10:00+01:00", "10:00+01:30"},     {"10:00:00.5", "10:00:00.6"},
+        {"10:00:00", "10:00:00.0"},         {"2009-01-01T10:00", "2009-01-02T10:00"},
+        {"P1Y", "P2Y"},   {"P1M", "P2M"},   {"P1W", "P2W"},   {"P1D", "P2D"},
+        {"PT1H", "PT2H"}, {"PT1M", "PT2M"}, {"PT1S", "PT2S"}, {"PT1S", "PT1.0S"},
+        {"PT1.5S", "PT1.6S"},
+        {"10:00/11:00", "10:00/11:30"},     {"10:00/11:00", "09:00/11:00"},
+        {"10:00/PT1H", "10:00/PT2H"},       {"10:00/PT1H", "11:00/PT1H"},
+        {"PT1H/11:00", "PT1H/12:00"},       {"PT1H/11:00", "PT2H/11:00"},
+    };
+    for (const auto& p : pairs) {
+        ASSERT_NE(normalized(w.get(), p[0])[0], '#') << p[0];
+        ASSERT_NE(normalized(w.get(), p[1])[0], '#') << p[1];
+        EXPECT_EQ(kivTimeTextsDiffer(w.get(), p[0], p[1]), 1) << p[0] << " vs " << p[1];
+        EXPECT_EQ(kivTimeTextsDiffer(w.get(), p[1], p[0]), 1) << p[1] << " vs " << p[0];
+    }
+}
+
 TEST(TimeTextCompare, GeneratedChangesThatAlterTheValue) {
     TestWorld w;
     Rng rng(77);

@@ -238,6 +238,8 @@ TEST(XsdParse, TimesTakeAnyTwoDigitValues) {
     const char* f = nullptr;
     EXPECT_EQ(kivTextToDateTime(w.get(), text, &y, &mo, &d, &h, &m, &s, &f, &n, &z), 0);
     EXPECT_EQ(std::tuple(y, mo, d, h, m, s, z), std::tuple(2009, 5, 6, 7u, 8u, 9u, kUtc));
+    EXPECT_EQ(kivTextToDateTime(w.get(), text, &y, &mo, &d, &h, &m, &s, &f, &n, nullptr), 12);
+    EXPECT_EQ(kivTextToTime(w.get(), "07:08:09", &h, &m, &s, &f, nullptr, &z), 12);
     EXPECT_EQ(f, text + 20) << "the fraction points into the text";
     EXPECT_EQ(n, 1u);
     EXPECT_EQ(kivTextToDateTime(w.get(), "2009-05-06 07:08:09", &y, &mo, &d, &h, &m, &s, &f, &n, &z),

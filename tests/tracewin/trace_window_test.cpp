@@ -167,6 +167,14 @@ TEST_F(TraceWindow, TextLongerThanTheFormatBufferIsKeptWhole) {
     kivTracePrint(w.get(), "%s\n", huge.c_str());
     EXPECT_EQ(w->traceFirstPage->lineLengths[1], 65535);
     EXPECT_EQ(lineAt(1), std::string(1023, 'H'));
+    // Without memory for the whole text it is cut to what the buffer holds.
+    KivPlainAlloc alloc = w->allocRoutine;
+    w->allocRoutine = [](size_t) -> void* { return nullptr; };
+    EXPECT_EQ(kivTracePrint(w.get(), "%s\n", text.c_str()), 1023);
+    w->allocRoutine = alloc;
+    kivTracePrint(w.get(), "\n");
+    EXPECT_EQ(w->traceFirstPage->lineLengths[2], 1024);
+    EXPECT_EQ(display->boxCount, 0);
 }
 
 TEST_F(TraceWindow, PaintingFollowsScrolling) {
@@ -192,12 +200,22 @@ TEST_F(TraceWindow, PaintingFollowsScrolling) {
     EXPECT_EQ(row(0), " line 0");
     send(ui::Msg::keyDown, ui::keyPageUp);
     EXPECT_EQ(window->bars[ui::barVertical].position, 0);
+    send(ui::Msg::keyDown, ui::keyEnd);
+    EXPECT_EQ(window->bars[ui::barVertical].position, 100);
+    // Other keys and the end-of-scroll code move nothing.
+    send(ui::Msg::keyDown, 'A');
+    send(ui::Msg::vscroll, ui::scrollEnd);
+    EXPECT_EQ(window->bars[ui::barVertical].position, 100);
+    send(ui::Msg::keyDown, ui::keyHome);
     // Horizontally by characters, up to the widest line painted.
     send(ui::Msg::hscroll, ui::scrollLineDown);
     EXPECT_EQ(row(0), "line 0");
     send(ui::Msg::keyDown, ui::keyRight);
     EXPECT_EQ(window->bars[ui::barHorizontal].position, 8);
     EXPECT_EQ(row(0), "");
+    send(ui::Msg::hscroll, ui::scrollLineUp);
+    send(ui::Msg::hscroll, ui::scrollEnd);
+    EXPECT_EQ(window->bars[ui::barHorizontal].position, 7);
     send(ui::Msg::hscroll, ui::scrollThumbPosition, 6);
     EXPECT_EQ(row(0), "0");
     EXPECT_EQ(row(10), "10");
@@ -304,6 +322,40 @@ TEST_F(TraceWindow, SaveFailuresAreReported) {
     w->allocRoutine = alloc;
     ASSERT_EQ(display->boxCount, 3);
     EXPECT_EQ(box(2), "Error|Cannot Allocate Memory");
+    kivSaveTrace(w.get(), window, "/dev/full");
+    ASSERT_EQ(display->boxCount, 4);
+    EXPECT_EQ(box(3), "Error|Cannot Write Output File: /dev/full");
+}
+
+TEST_F(TraceWindow, TemporaryFileFailuresAreReported) {
+    kivTracePrint(w.get(), "first\n");
+    FILE* file = w->traceFile;
+    // Open for appending only, the file cannot be read back nor saved.
+    FILE* writeOnly = std::fopen(w->traceFilePath, "a");
+    ASSERT_NE(writeOnly, nullptr);
+    w->traceFile = writeOnly;
+    char out[1024] = "x";
+    EXPECT_EQ(kivReadTraceLine(nullptr, window, w->traceFile, out, w->traceFirstPage, 0), -1);
+    EXPECT_STREQ(out, "");
+    char path[] = "/tmp/fenksaveXXXXXX";
+    close(mkstemp(path));
+    kivSaveTrace(w.get(), window, path);
+    EXPECT_EQ(fileText(path), "");
+    unlink(path);
+    // Open for reading only, it takes no more text.
+    FILE* readOnly = std::fopen(w->traceFilePath, "r");
+    ASSERT_NE(readOnly, nullptr);
+    w->traceFile = readOnly;
+    EXPECT_EQ(kivTracePrint(w.get(), "second\n"), -1);
+    w->traceFile = file;
+    std::fclose(writeOnly);
+    std::fclose(readOnly);
+    EXPECT_EQ(w->traceLineCount, 1u);
+    EXPECT_EQ(lineAt(0), "first\n");
+    ASSERT_EQ(display->boxCount, 3);
+    EXPECT_EQ(box(0), "Error|Cannot Read Temporary File");
+    EXPECT_EQ(box(1), "Error|Cannot Read Tracing Info Temporary File");
+    EXPECT_EQ(box(2), "Error|Error Writing a Temporary File");
 }
 
 TEST_F(TraceWindow, ResetDuringSaveStopsTheCopy) {

@@ -120,6 +120,10 @@ TEST(UtcTimeParse, ZoneRequiredOffsetsUncheckedAndSecondsOptionalOutsideCanonica
     w->encodingRules = kDer;
     EXPECT_EQ(parseUtc(w.get(), "0905201305Z").code, 12);
     EXPECT_EQ(parseUtc(w.get(), "090520130507+0100").code, 0);
+    uint32_t f[6];
+    EXPECT_EQ(kivParseUtcTime(w.get(), "0905201305Z", f, f + 1, f + 2, f + 3, f + 4, f + 5, nullptr),
+              6);
+    EXPECT_EQ(parseUtc(nullptr, "0905201305Z").code, 6);
 }
 
 TEST(TimeFields, SixteenBitFieldsChangeOnlyOnSuccess) {

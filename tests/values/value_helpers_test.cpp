@@ -115,6 +115,19 @@ TEST_F(CopyHelpers, LengthDataRecordsOfTheirOwn) {
     EXPECT_NE(atCopy->data, bits);
     EXPECT_EQ(std::memcmp(atCopy->data, bits, 2), 0);
     EXPECT_EQ(counter.calls, 3) << "no data block for the empty record";
+
+    // A 16-bit length: only its two bytes are read and written.
+    uint16_t units[] = {0x1111, 0x2222, 0x3333};
+    struct Short {
+        uint16_t length;
+        uint16_t other[3];
+        uint16_t* data;  // at 8
+    } narrow{3, {0xFFFF, 0xFFFF, 0xFFFF}, units};
+    auto* narrowCopy = static_cast<Short*>(
+        kivCopyLengthData(w.get(), &narrow, nullptr, KIV_LENGTH_WIDTH_16, 2));
+    EXPECT_EQ(narrowCopy->length, 3u);
+    ASSERT_NE(narrowCopy->data, units);
+    EXPECT_EQ(std::memcmp(narrowCopy->data, units, sizeof units), 0);
 }
 
 struct Pair {
@@ -216,6 +229,9 @@ TEST_F(KindComparator, InPlaceKinds) {
     int16_t high = static_cast<int16_t>(0x80F0), highToo = static_cast<int16_t>(0x80FF);
     EXPECT_TRUE(equal(&high, &highToo, 2, 12, 1));
     EXPECT_FALSE(equal(&high, &highToo, 2, 13, 1));
+    int32_t wide = 0x12345678, wideToo = 0x12345679;
+    EXPECT_TRUE(equal(&wide, &wideToo, 4, 31, 1));
+    EXPECT_FALSE(equal(&wide, &wideToo, 4, 32, 1));
     EXPECT_TRUE(equal(a, b, 0, 63, 2));
     EXPECT_FALSE(equal(a, b, 0, 64, 2));
     EXPECT_TRUE(equal("text", "text\0x", 0, 0, 24));
