@@ -154,50 +154,6 @@ TEST(FreeBlock, UsesTheWorldsFreeHookOrTheCLibrary) {
     kivFreeBlock(w.get(), std::malloc(10));
 }
 
-// A decode-like failure sweep: many recorded blocks over several tables,
-// scratch blocks, temporary chunks and output chunks; whichever allocation
-// fails, the raise carries the octets asked for and the clean-up leaves
-// nothing behind.
-TEST_F(RecordedAlloc, AllocationFailureSweepLeavesNothingBehind) {
-    auto scenario = [&] {
-        void* mark = nullptr;
-        for (int i = 0; i < 130; ++i) {
-            kivAllocZeroed(w.get(), 8 + i % 40);
-            if (i % 25 == 0) {
-                void* t = kivTempAlloc(w.get(), 100 + static_cast<uint64_t>(i));
-                if (!mark) mark = t;
-            }
-            if (i % 40 == 0) kivScratchFree(w.get(), kivScratchAlloc(w.get(), 50));
-        }
-        kivTempRelease(w.get(), mark);
-        kivTempAlloc(w.get(), 3000);
-        kivNewOutputChunk(w.get());
-    };
-    // A clean run counts the allocations.
-    ASSERT_FALSE(run(scenario).raised);
-    long total = counter.calls;
-    kivEndOperationMemory(w.get());
-    ASSERT_EQ(counter.live, 0);
-    ASSERT_GT(total, 130);
-
-    for (long n = 1; n <= total; ++n) {
-        counter = AllocCounter{};
-        counter.failAt = n;
-        w->currentBlockTable = &w->blockTable;
-        w->userBufferStart = w->userBufferEnd = nullptr;
-        Caught c = run(scenario);
-        ASSERT_TRUE(c.raised) << n;
-        EXPECT_EQ(raised.index, 7) << n;
-        EXPECT_TRUE(raised.number == 432 || raised.number == 1024 || raised.number == 50 ||
-                    (raised.number >= 8 && raised.number <= 48) ||
-                    (raised.number >= 100 + 24 && raised.number <= 232 + 24) ||
-                    raised.number == 3024)
-            << n << ": " << raised.number;
-        kivEndOperationMemory(w.get());
-        EXPECT_EQ(counter.live, 0) << n;
-    }
-}
-
 TEST_F(RecordedAlloc, EndOfOperationOrder) {
     // The deferred block goes through the release routine of slot 55; the
     // temporary chains and recorded blocks through the free hook.

@@ -93,6 +93,11 @@ TEST_F(TempHeap, EveryBlockIsAChunkWithAHeaderKeepingTheMarks) {
     EXPECT_EQ(raised.index, 7);
     EXPECT_EQ(raised.number, 104u + 24u);
     EXPECT_TRUE(c.raised);
+    // A scratch block on the heap reports the size asked for.
+    counter.failAt = counter.calls + 1;
+    EXPECT_TRUE(run([&] { kivScratchAlloc(w.get(), 51); }).raised);
+    EXPECT_EQ(raised.index, 7);
+    EXPECT_EQ(raised.number, 51u) << "not rounded";
 
     kivTempRelease(w.get(), a);
     EXPECT_EQ(counter.live, 0);

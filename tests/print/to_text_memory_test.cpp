@@ -1,6 +1,6 @@
-// The to-text services on the world's own temporary memory: texts come from
-// the heap chunks or the temporary buffer and slot 148 gives them back. (A
-// failed allocation is swept with the rest of the library in tests/faults.)
+// The to-text services on the world's temporary memory. Texts from the heap
+// chunks (their values, one block each, given back by slot 148) and a failed
+// allocation are swept with the rest of the library in tests/faults.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -18,20 +18,6 @@ using fenk::test::TestWorld;
 using fenk::test::services;
 
 namespace {
-
-TEST(ToTextMemory, TextsFromHeapChunksAreGivenBackBySlot148) {
-    TestWorld w;
-    AllocCounter counter;
-    fenk::test::installCountingHooks(w.get(), &counter);
-    for (const Service& s : services()) {
-        char* text = s.call(w.get());
-        ASSERT_NE(text, nullptr) << s.name;
-        EXPECT_STREQ(text, s.text) << s.name;
-        EXPECT_EQ(counter.live, 1) << s.name;
-        kivFreeText(w.get(), text);
-        EXPECT_EQ(counter.live, 0) << s.name;
-    }
-}
 
 TEST(ToTextMemory, TextsFromTheTemporaryBufferReleaseBackToTheirMark) {
     TestWorld w;

@@ -133,11 +133,7 @@ TEST(BitsInInteger, TopByteFirstAtEveryWidth) {
     EXPECT_EQ(w.text(kivBitsInIntegerToText(w.get(), &byte, 1, 40)), "'10000001'B");
 }
 
-struct NestedCall {
-    int32_t pduNum;
-    void* value;
-    uint32_t nesting;
-};
+struct NestedCall { int32_t pduNum; void* value; uint32_t nesting; };
 NestedCall lastNested;
 int32_t nestedAnswer = 0;
 
@@ -209,11 +205,7 @@ TEST(NewLine, ClosingLevelsApplyAtOnceOpeningOnesLater) {
 
 TEST(Times, UtcAndGeneralizedTimeTextAndTwin) {
     PrintWorld w;
-    struct Case {
-        bool utc;
-        KivTimeStruct t;
-        const char* expected;
-    };
+    struct Case { bool utc; KivTimeStruct t; const char* expected; };
     const Case cases[] = {
         {true, {9, 5, 20, 13, 5, 0, 999, -90, 1}, "\"090520130500-0130\""},
         {true, {99, 12, 31, 23, 59, 59, 0, 0, 0}, "\"991231235959Z\""},
