@@ -93,7 +93,14 @@ TEST_F(TempHeap, EveryBlockIsAChunkWithAHeaderKeepingTheMarks) {
     EXPECT_EQ(raised.index, 7);
     EXPECT_EQ(raised.number, 104u + 24u);
     EXPECT_TRUE(c.raised);
-    // A scratch block on the heap reports the size asked for.
+    // A scratch block on the heap is the caller's own; a failure reports the
+    // size asked for.
+    long before = counter.live;
+    void* scratch = kivScratchAlloc(w.get(), 51);
+    EXPECT_EQ(counter.live, before + 1);
+    EXPECT_EQ(w->tempChunks, static_cast<void*>(b - 24)) << "no temporary chunk";
+    kivScratchFree(w.get(), scratch);
+    EXPECT_EQ(counter.live, before);
     counter.failAt = counter.calls + 1;
     EXPECT_TRUE(run([&] { kivScratchAlloc(w.get(), 51); }).raised);
     EXPECT_EQ(raised.index, 7);
