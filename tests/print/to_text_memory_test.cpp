@@ -13,11 +13,30 @@
 using fenk::test::AllocCounter;
 using fenk::test::Caught;
 using fenk::test::PrintWorld;
-using fenk::test::Service;
 using fenk::test::TestWorld;
-using fenk::test::services;
 
 namespace {
+
+// Every to-text service (plain function pointers: a raise jumps across them).
+const uint8_t kOctets[] = {0xDE, 0xAD, 0xBE, 0xEF};
+const KivTimeStruct kTime = {2024, 2, 29, 23, 59, 58, 7, 0, 1};
+const uint16_t kBits = 0xC000;
+const struct { const char* name; char* (*call)(KivGlobal*); } kServices[] = {
+    {"bits", [](KivGlobal* w) { return kivBitsToText(w, "<", kOctets, 9, ">"); }},
+    {"bit string", [](KivGlobal* w) { return kivBitStringToText(w, kOctets, 4); }},
+    {"bits in integer", [](KivGlobal* w) { return kivBitsInIntegerToText(w, &kBits, 2, 2); }},
+    {"hex", [](KivGlobal* w) { return kivHexToText(w, "", kOctets, 4, ""); }},
+    {"octet string", [](KivGlobal* w) { return kivOctetStringToText(w, kOctets, 2); }},
+    {"UTCTime", [](KivGlobal* w) { return kivUTCTimeToText(w, &kTime); }},
+    {"GeneralizedTime", [](KivGlobal* w) { return kivGeneralizedTimeToText(w, &kTime); }},
+    {"int64", [](KivGlobal* w) { return kivInt64ToText(w, -12); }},
+    {"uint64", [](KivGlobal* w) { return kivUInt64ToText(w, 12); }},
+    {"wide", [](KivGlobal* w) { return kivWideCharStringToText(w, "a\x01", 2, 1); }},
+    {"quote chars", [](KivGlobal* w) { return kivQuoteChars(w, "ab", 2); }},
+    {"quote text", [](KivGlobal* w) { return kivQuoteCString(w, "ab"); }},
+    {"binary REAL", [](KivGlobal* w) { return kivBinaryRealToText(w, 0.5); }},
+    {"decimal REAL", [](KivGlobal* w) { return kivDecimalRealToText(w, "2.5"); }},
+};
 
 TEST(ToTextMemory, TextsFromTheTemporaryBufferReleaseBackToTheirMark) {
     TestWorld w;
@@ -52,8 +71,8 @@ TEST(ToTextMemory, TextsFromTheTemporaryBufferReleaseBackToTheirMark) {
 TEST(ToTextMemory, NullFromTheTablesTemporaryMemoryGivesNull) {
     PrintWorld w;
     w.giveNull = true;
-    for (const Service& s : services()) EXPECT_EQ(s.call(w.get()), nullptr) << s.name;
-    EXPECT_EQ(w.sizes.size(), services().size()) << "each asked once";
+    for (const auto& s : kServices) EXPECT_EQ(s.call(w.get()), nullptr) << s.name;
+    EXPECT_EQ(w.sizes.size(), std::size(kServices)) << "each asked once";
 }
 
 }  // namespace
