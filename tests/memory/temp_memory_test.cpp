@@ -157,7 +157,6 @@ TEST_F(TempHeap, GrowingMovesToANewChunkKeepingTheOctetsAndTheHeader) {
     kivTempRelease(w.get(), moved);
     EXPECT_EQ(w->tempChunks, static_cast<uint8_t*>(older) - 24);
     kivFreeTempChains(w.get());
-    EXPECT_EQ(counter.live, 0);
 }
 
 TEST_F(TempHeap, TempChainsFreeBothChains) {
