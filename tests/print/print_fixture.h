@@ -25,6 +25,7 @@ public:
         current_ = this;
     }
     ~PrintWorld() {
+        EXPECT_TRUE(blocks_.empty()) << "slot 148 left " << blocks_.size() << " texts";
         for (void* block : blocks_) std::free(block);
         get()->apiTable = apiTbl;
         current_ = nullptr;
@@ -49,7 +50,6 @@ public:
 
     std::vector<uint64_t> sizes;  // every size asked of slot 132
     bool giveNull = false;
-    size_t live() const { return blocks_.size(); }
 
 private:
     static void* take(KivGlobal*, uint64_t size) {
