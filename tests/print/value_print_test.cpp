@@ -177,17 +177,15 @@ TEST(OpenType, DecodedFormPrintsNestedThroughTheGuardedPrint) {
 TEST(Enumerated, FirstMatchingEntryOrUnknown) {
     PrintWorld w;
     const KivEnumerator table[] = {{"red", 0, 0, 0}, {"green", 0, 0, 7}, {"again", 0, 0, 7}};
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 7, table, 3); }), "green");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 0, table, 3); }), "red");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 3, table, 3); }),
-              "kiv_unknown_enumerator");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 7, table, 0); }),
-              "kiv_unknown_enumerator");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 7, table, -1); }),
-              "kiv_unknown_enumerator");
-    // Entry values are zero-extended, not truncating the value looked for.
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), (uint64_t{1} << 32) | 7, table, 3); }),
-              "kiv_unknown_enumerator");
+    const char* unknown = "kiv_unknown_enumerator";
+    const struct { uint64_t value; int32_t count; const char* expected; } cases[] = {
+        {7, 3, "green"}, {0, 3, "red"}, {3, 3, unknown}, {7, 0, unknown}, {7, -1, unknown},
+        // Entry values are zero-extended, not truncating the value looked for.
+        {(uint64_t{1} << 32) | 7, 3, unknown},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), c.value, table, c.count); }), c.expected)
+            << c.value << " in " << c.count;
 }
 
 TEST(NewLine, ClosingLevelsApplyAtOnceOpeningOnesLater) {
