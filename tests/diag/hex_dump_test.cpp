@@ -22,17 +22,14 @@ std::string dump(int n, bool framed, uint8_t first = 1) {
 }  // namespace
 
 TEST(PlainDump, GroupsOfFourThirtyTwoToALine) {
-    EXPECT_EQ(dump(0, false), "");
-    EXPECT_EQ(dump(-3, false), "");
-    EXPECT_EQ(dump(1, false), "01\n");
-    EXPECT_EQ(dump(4, false), "01020304 \n");
-    EXPECT_EQ(dump(5, false), "01020304 05\n");
-    EXPECT_EQ(dump(16, false), "01020304 05060708 090A0B0C 0D0E0F10 \n");
-    EXPECT_EQ(dump(17, false), "01020304 05060708 090A0B0C 0D0E0F10 11\n");
-    std::string line32 =
+    const std::string line32 =
         "01020304 05060708 090A0B0C 0D0E0F10 11121314 15161718 191A1B1C 1D1E1F20\n";
-    EXPECT_EQ(dump(32, false), line32);
-    EXPECT_EQ(dump(33, false), line32 + "21\n");
+    const std::pair<int, std::string> cases[] = {
+        {0, ""}, {-3, ""}, {1, "01\n"}, {4, "01020304 \n"}, {5, "01020304 05\n"},
+        {16, "01020304 05060708 090A0B0C 0D0E0F10 \n"},
+        {17, "01020304 05060708 090A0B0C 0D0E0F10 11\n"}, {32, line32}, {33, line32 + "21\n"},
+    };
+    for (const auto& [n, expected] : cases) EXPECT_EQ(dump(n, false), expected) << n;
     EXPECT_EQ(dump(2, false, 0xFE), "FEFF\n");
     // No world or no octets: nothing printed.
     TestWorld w;
@@ -54,8 +51,6 @@ TEST(FramedDump, OffsetsCharactersAndPadding) {
     // The 17th octet's character stands under the first line's characters.
     std::string two = dump(17, true);
     EXPECT_EQ(two, full + "\n#   000010:   11" + std::string(40, ' ') + " .\n");
-    size_t second = two.find('\n') + 1;
-    EXPECT_EQ(two.rfind('.') - second, full.find("....") );
     std::string d32 = dump(32, true, 0x20);
     EXPECT_EQ(d32.substr(d32.find('\n') + 1, 14), "#   000010:   ");
     EXPECT_EQ(d32.back(), '\n');

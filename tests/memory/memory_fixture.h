@@ -22,6 +22,8 @@ protected:
         installRecordingRaise(w.get(), &raised);
         w->currentBlockTable = &w->blockTable;
     }
+    // Every test gives back what it obtained through the hooks.
+    void TearDown() override { EXPECT_EQ(counter.live, 0) << "blocks left"; }
 
     // Runs a call that may raise; the jump value is the message index.
     template <class Call>

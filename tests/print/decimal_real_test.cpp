@@ -41,11 +41,7 @@ std::string write(const char* text, uint32_t flags) {
 }
 
 TEST(DecimalRealParse, ReadsSignRunAndExponentInBothConventions) {
-    struct Case {
-        const char* text;
-        const char* run;
-        int32_t sign, exponent, exponentInt;
-    };
+    struct Case { const char* text; const char* run; int32_t sign, exponent, exponentInt; };
     const Case cases[] = {
         {"123.45", "123.45", 0, 2, -2},
         {"  -  1,5 E 2 ", "1,5", 1, 2, 1},
@@ -73,10 +69,7 @@ TEST(DecimalRealParse, ReadsSignRunAndExponentInBothConventions) {
 }
 
 TEST(DecimalRealParse, ResultCodesForTextsThatAreNotNumbers) {
-    struct Case {
-        const char* text;
-        int32_t result;
-    };
+    struct Case { const char* text; int32_t result; };
     const Case cases[] = {
         {"", 1},      {"   ", 1},       {"E5", 2},           {" e-1", 2},         {".", 4},
         {"-", 4},     {"1.2.3", 4},     {"1E", 3},           {"1e  ", 3},         {"1Ex", 4},
@@ -100,11 +93,7 @@ TEST(DecimalRealParse, ZerosAreFlaggedBySign) {
 }
 
 TEST(DecimalRealText, CanonicalLayouts) {
-    struct Case {
-        const char* text;
-        uint32_t flags;
-        const char* expected;
-    };
+    struct Case { const char* text; uint32_t flags; const char* expected; };
     const Case cases[] = {
         {"123.45", kPos, "123.45"},      {"1.5E3", kPos, "1500"},
         {"0.05", kPos, "0.05"},          {"5", kPos, "5"},
@@ -123,11 +112,7 @@ TEST(DecimalRealText, CanonicalLayouts) {
 
 // An exact decimal number: sign, significant digits without leading or
 // trailing zeros (empty for zero), and the power of ten of the first digit.
-struct Number {
-    bool negative;
-    std::string digits;
-    int exponent;
-};
+struct Number { bool negative; std::string digits; int exponent; };
 
 int compareExact(const Number& a, const Number& b) {
     if (a.negative != b.negative) return a.negative ? -1 : 1;
@@ -239,11 +224,7 @@ TEST(DecimalRealCompare, AgreesWithExactOrder) {
 }
 
 TEST(DecimalRealCompare, NamedCasesAndSpecialWords) {
-    struct Case {
-        const char* a;
-        const char* b;
-        int32_t expected;
-    };
+    struct Case { const char* a; const char* b; int32_t expected; };
     const Case cases[] = {
         {"1.50", "1.5", 0},           {"1E2", "100", 0},
         {"-2", "-10", 3},             {"10,", "10", 0},

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "support/test_world.h"
 
@@ -92,32 +93,25 @@ TEST_F(NamespacePrefixes, DefaultNamespace) {
 }
 
 TEST_F(NamespacePrefixes, StemStepsPastChosenPrefixes) {
-    EXPECT_EQ(set("urn:a", "nsx"), 0);
-    EXPECT_EQ(stem(), "nt");
-    EXPECT_EQ(set("urn:c", "nt1"), 0);
-    EXPECT_EQ(stem(), "nu");
-    EXPECT_EQ(set("urn:d", "other"), 0);
-    EXPECT_EQ(stem(), "nu") << "a prefix outside the stem leaves it";
-}
-
-TEST_F(NamespacePrefixes, StemSkipsSeveralTakenNames) {
-    tables_.defaultPrefixStem = "ab";
-    EXPECT_EQ(set("urn:c", "ac"), 0);
-    EXPECT_EQ(set("urn:d", "ad7"), 0);
-    EXPECT_EQ(set("urn:b", "ae"), 0);
-    EXPECT_EQ(stem(), "") << "the default stem is copied only when needed";
-    EXPECT_EQ(set("urn:a", "abc"), 0);
-    EXPECT_EQ(stem(), "af");
-}
-
-TEST_F(NamespacePrefixes, StemCarriesAndGrows) {
-    tables_.defaultPrefixStem = "zy";
-    EXPECT_EQ(set("urn:a", "zyq"), 0);
-    EXPECT_EQ(stem(), "zz");
-    EXPECT_EQ(set("urn:c", "zz"), 0);
-    EXPECT_EQ(stem(), "aaa");
-    EXPECT_EQ(set("urn:d", "aaab"), 0);
-    EXPECT_EQ(stem(), "aab");
+    struct Step { const char* uri; const char* prefix; const char* stem; };
+    const struct { const char* defaultStem; std::vector<Step> steps; } groups[] = {
+        // A prefix outside the stem leaves it.
+        {"ns", {{"urn:a", "nsx", "nt"}, {"urn:c", "nt1", "nu"}, {"urn:d", "other", "nu"}}},
+        // Several taken names are skipped at once; the default stem is copied
+        // only when needed.
+        {"ab", {{"urn:c", "ac", ""}, {"urn:d", "ad7", ""}, {"urn:b", "ae", ""}, {"urn:a", "abc", "af"}}},
+        // The stem carries and grows.
+        {"zy", {{"urn:a", "zyq", "zz"}, {"urn:c", "zz", "aaa"}, {"urn:d", "aaab", "aab"}}},
+    };
+    for (const auto& group : groups) {
+        TestWorld world;
+        tables_.defaultPrefixStem = group.defaultStem;
+        world.priv()->namespaceTable = &tables_;
+        for (const Step& step : group.steps) {
+            EXPECT_EQ(kivSetNamespacePrefix(world.get(), step.uri, step.prefix), 0) << step.prefix;
+            EXPECT_STREQ(world.priv()->prefixStem, step.stem) << step.prefix;
+        }
+    }
 }
 
 TEST_F(NamespacePrefixes, StemStaysWithinFifteenCharacters) {

@@ -28,31 +28,18 @@ float fromBits32(uint32_t bits) {
 int32_t classOf(double d) { return kivClassifyReal(&d, 8); }
 int32_t classOf(float f) { return kivClassifyReal(&f, 4); }
 
-TEST(RealClass, DoublesByBitPattern) {
+// The patterns each class stores are classified in the round trip below.
+TEST(RealClass, OtherPatterns) {
     EXPECT_EQ(classOf(0.0), 0);
-    EXPECT_EQ(classOf(fromBits(0x8000000000000000ull)), 67);
-    EXPECT_EQ(classOf(fromBits(0x7FEFFFFFFFFFFFFFull)), 64);
-    EXPECT_EQ(classOf(fromBits(0xFFEFFFFFFFFFFFFFull)), 65);
-    EXPECT_EQ(classOf(fromBits(0xFFF8000000000000ull)), 66);
+    EXPECT_EQ(classOf(0.0f), 0);
     EXPECT_EQ(classOf(fromBits(0x7FF8000000000001ull)), 66);
     EXPECT_EQ(classOf(std::numeric_limits<double>::infinity()), 64);
     EXPECT_EQ(classOf(-std::numeric_limits<double>::infinity()), 65);
-    EXPECT_EQ(classOf(fromBits(0x7FEFFFFFFFFFFFFEull)), -1);
-    EXPECT_EQ(classOf(1e300), -1);
-    EXPECT_EQ(classOf(static_cast<double>(FLT_MAX)), -1);
-    EXPECT_EQ(classOf(1.0), -1);
-    // Sizes other than 4 read a double.
-    double big = DBL_MAX;
-    EXPECT_EQ(kivClassifyReal(&big, 2), 64);
-}
-
-TEST(RealClass, FloatsByBitPattern) {
-    EXPECT_EQ(classOf(fromBits32(0x7F7FFFFFu)), 64);
-    EXPECT_EQ(classOf(fromBits32(0xFF7FFFFFu)), 65);
+    for (double d : {fromBits(0x7FEFFFFFFFFFFFFEull), 1e300, static_cast<double>(FLT_MAX), 1.0})
+        EXPECT_EQ(classOf(d), -1) << d;
     EXPECT_EQ(classOf(fromBits32(0x7F7FFFFEu)), -1);
-    EXPECT_EQ(classOf(fromBits32(0xFFC00000u)), 66);
-    EXPECT_EQ(classOf(fromBits32(0x80000000u)), 67);
-    EXPECT_EQ(classOf(0.0f), 0);
+    double big = DBL_MAX;
+    EXPECT_EQ(kivClassifyReal(&big, 2), 64) << "sizes other than 4 read a double";
     float f = FLT_MAX;
     EXPECT_TRUE(kivRealHasClass(&f, 4, 64));
     EXPECT_FALSE(kivRealHasClass(&f, 4, 65));

@@ -43,28 +43,28 @@ TEST(OctetString, DefaultLimitShowsSeventeenOctets) {
         EXPECT_EQ(w.text(kivOctetStringToText(w.get(), octets.data(), len)), whole) << n;
         EXPECT_EQ(w.sizes, std::vector<uint64_t>{2 * n + 4}) << n;
     }
-    EXPECT_EQ(w.live(), 0u);
 }
 
 TEST(OctetString, LimitBoundariesAndNoLimit) {
     PrintWorld w;
     auto octets = counting(4);
-    w->printLimit = 8;  // exactly fits
-    EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), "'00112233'H");
-    w->printLimit = 7;  // one digit short: three octets
-    EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), "'001122 ...'H");
-    w->printLimit = 1;
-    EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), "' ...'H");
+    const std::pair<int64_t, const char*> cases[] = {
+        {8, "'00112233'H"},  // exactly fits
+        {7, "'001122 ...'H"},  // one digit short: three octets
+        {1, "' ...'H"},
+        // Only the low 32 bits count once the whole field is nonzero.
+        {(int64_t{1} << 32) + 4, "'0011 ...'H"},
+        {int64_t{1} << 32, "' ...'H"},  // a limit of 0, not none
+    };
+    for (const auto& [limit, expected] : cases) {
+        w->printLimit = limit;
+        EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), expected) << limit;
+    }
+    EXPECT_EQ(w.printed([&] { kivPrintBitString(w.get(), octets.data(), 4); }), "' ...'B");
     w->printLimit = 0;
     auto many = counting(300);
     EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), many.data(), 300); }),
               "'" + hexDigits(many, 300) + "'H");
-    // Only the low 32 bits count once the whole field is nonzero.
-    w->printLimit = (int64_t{1} << 32) + 4;
-    EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), "'0011 ...'H");
-    w->printLimit = int64_t{1} << 32;  // a limit of 0, not none
-    EXPECT_EQ(w.printed([&] { kivPrintOctetString(w.get(), octets.data(), 4); }), "' ...'H");
-    EXPECT_EQ(w.printed([&] { kivPrintBitString(w.get(), octets.data(), 4); }), "' ...'B");
 }
 
 TEST(Hex, PrefixAndSuffixMayBeAbsentWhenPrinting) {
@@ -114,30 +114,26 @@ TEST(BitString, TextIsWholeAndSizedByTheCount) {
 
 TEST(BitsInInteger, TopByteFirstAtEveryWidth) {
     PrintWorld w;
-    uint32_t word = 0xA0000000;
-    EXPECT_EQ(w.printed([&] { kivPrintBitsInInteger(w.get(), &word, 4, 3); }), "'101'B");
-    uint8_t byte = 0x81;
-    EXPECT_EQ(w.printed([&] { kivPrintBitsInInteger(w.get(), &byte, 1, 8); }), "'10000001'B");
-    uint16_t half = 0x8001;
-    EXPECT_EQ(w.printed([&] { kivPrintBitsInInteger(w.get(), &half, 2, 16); }),
-              "'10000000 00000001'B");
-    // Size 3 reads 32 bits and lays out the low three bytes.
-    uint32_t three = 0xFF123456;
-    EXPECT_EQ(w.text(kivBitsInIntegerToText(w.get(), &three, 3, 24)),
-              "'00010010 00110100 01010110'B");
-    uint64_t wide = 0x8000000000000001ull;
     w->printLimit = 0;
-    EXPECT_EQ(w.printed([&] { kivPrintBitsInInteger(w.get(), &wide, 8, 64); }),
-              "'10000000 00000000 00000000 00000000 00000000 00000000 00000000 00000001'B");
-    // A count past the integer's bits stops at them.
-    EXPECT_EQ(w.text(kivBitsInIntegerToText(w.get(), &byte, 1, 40)), "'10000001'B");
+    // The integer's low bytes hold its value (the machine is little-endian).
+    const struct { uint64_t value; int32_t size, count; const char* expected; } cases[] = {
+        {0xA0000000, 4, 3, "'101'B"},
+        {0x81, 1, 8, "'10000001'B"},
+        {0x8001, 2, 16, "'10000000 00000001'B"},
+        // Size 3 reads 32 bits and lays out the low three bytes.
+        {0xFF123456, 3, 24, "'00010010 00110100 01010110'B"},
+        {0x8000000000000001ull, 8, 64,
+         "'10000000 00000000 00000000 00000000 00000000 00000000 00000000 00000001'B"},
+        {0x81, 1, 40, "'10000001'B"},  // a count past the integer's bits stops at them
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(w.printed([&] { kivPrintBitsInInteger(w.get(), &c.value, c.size, c.count); }),
+                  c.expected) << c.expected;
+        EXPECT_EQ(w.text(kivBitsInIntegerToText(w.get(), &c.value, c.size, c.count)), c.expected);
+    }
 }
 
-struct NestedCall {
-    int32_t pduNum;
-    void* value;
-    uint32_t nesting;
-};
+struct NestedCall { int32_t pduNum; void* value; uint32_t nesting; };
 NestedCall lastNested;
 int32_t nestedAnswer = 0;
 
@@ -181,17 +177,15 @@ TEST(OpenType, DecodedFormPrintsNestedThroughTheGuardedPrint) {
 TEST(Enumerated, FirstMatchingEntryOrUnknown) {
     PrintWorld w;
     const KivEnumerator table[] = {{"red", 0, 0, 0}, {"green", 0, 0, 7}, {"again", 0, 0, 7}};
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 7, table, 3); }), "green");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 0, table, 3); }), "red");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 3, table, 3); }),
-              "kiv_unknown_enumerator");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 7, table, 0); }),
-              "kiv_unknown_enumerator");
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), 7, table, -1); }),
-              "kiv_unknown_enumerator");
-    // Entry values are zero-extended, not truncating the value looked for.
-    EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), (uint64_t{1} << 32) | 7, table, 3); }),
-              "kiv_unknown_enumerator");
+    const char* unknown = "kiv_unknown_enumerator";
+    const struct { uint64_t value; int32_t count; const char* expected; } cases[] = {
+        {7, 3, "green"}, {0, 3, "red"}, {3, 3, unknown}, {7, 0, unknown}, {7, -1, unknown},
+        // Entry values are zero-extended, not truncating the value looked for.
+        {(uint64_t{1} << 32) | 7, 3, unknown},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(w.printed([&] { kivPrintEnumerated(w.get(), c.value, table, c.count); }), c.expected)
+            << c.value << " in " << c.count;
 }
 
 TEST(NewLine, ClosingLevelsApplyAtOnceOpeningOnesLater) {
@@ -209,11 +203,7 @@ TEST(NewLine, ClosingLevelsApplyAtOnceOpeningOnesLater) {
 
 TEST(Times, UtcAndGeneralizedTimeTextAndTwin) {
     PrintWorld w;
-    struct Case {
-        bool utc;
-        KivTimeStruct t;
-        const char* expected;
-    };
+    struct Case { bool utc; KivTimeStruct t; const char* expected; };
     const Case cases[] = {
         {true, {9, 5, 20, 13, 5, 0, 999, -90, 1}, "\"090520130500-0130\""},
         {true, {99, 12, 31, 23, 59, 59, 0, 0, 0}, "\"991231235959Z\""},
