@@ -19,11 +19,6 @@ KivLengthData huge(const Octets& octets) {
     return {static_cast<uint32_t>(octets.size()), const_cast<uint8_t*>(octets.data())};
 }
 
-bool hugeDiffer(const Octets& a, const Octets& b, bool isSigned) {
-    KivLengthData x = huge(a), y = huge(b);
-    return kivHugeIntegersDiffer(&x, &y, 4, isSigned);
-}
-
 int32_t order(const Octets& a, const Octets& b, bool isSigned) {
     KivLengthData x = huge(a), y = huge(b);
     return kivCompareHugeIntegers(&x, &y, 4, isSigned, 8);
@@ -65,15 +60,15 @@ TEST(CompareHelpers, LengthDataRecordsOfBothWidthsAndAtAPosition) {
 }
 
 TEST(CompareHelpers, HugeIntegersIgnoreRedundantLeadingOctets) {
-    EXPECT_FALSE(hugeDiffer({0x00, 0x7F}, {0x7F}, true));
-    EXPECT_FALSE(hugeDiffer({0xFF, 0x80}, {0x80}, true));
-    EXPECT_TRUE(hugeDiffer({0x00, 0x80}, {0x80}, true));
-    EXPECT_FALSE(hugeDiffer({0x00, 0x80}, {0x80}, false));
-    EXPECT_TRUE(hugeDiffer({0xFF, 0x80}, {0x80}, false)) << "unsigned high octets stay";
-    EXPECT_FALSE(hugeDiffer({0x00, 0x00, 0x00}, {0x00}, true));
-    EXPECT_TRUE(hugeDiffer({0x00}, {}, true));
-    EXPECT_FALSE(hugeDiffer({}, {}, true));
-
+    const struct { Octets a, b; bool isSigned, differ; } same[] = {
+        {{0x00, 0x7F}, {0x7F}, true, false}, {{0xFF, 0x80}, {0x80}, true, false},
+        {{0x00, 0x80}, {0x80}, true, true},  {{0x00, 0x80}, {0x80}, false, false},
+        {{0xFF, 0x80}, {0x80}, false, true},  // unsigned high octets stay
+        {{0x00, 0x00, 0x00}, {0x00}, true, false}, {{0x00}, {}, true, true}, {{}, {}, true, false}};
+    for (const auto& c : same) {
+        KivLengthData x = huge(c.a), y = huge(c.b);
+        EXPECT_EQ(kivHugeIntegersDiffer(&x, &y, 4, c.isSigned) != 0, c.differ) << c.a.size() << c.isSigned;
+    }
     EXPECT_LT(order({0xFF, 0x00}, {0x80}, true), 0) << "-256 before -128";
     EXPECT_GT(order({0x01}, {0x80}, true), 0);
     EXPECT_GT(order({0x80}, {0x01}, false), 0) << "unsigned 128 after 1";
