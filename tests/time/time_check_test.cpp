@@ -22,10 +22,7 @@ int indexRaised(TestWorld& w, const char* text, uint16_t kind) {
     return caught.raised ? caught.value : kPasses;
 }
 
-struct Case {
-    const char* text;
-    int index;
-};
+struct Case { const char* text; int index; };
 
 void expectAll(TestWorld& w, uint16_t kind, std::initializer_list<Case> cases) {
     for (const Case& c : cases)

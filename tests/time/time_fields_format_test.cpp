@@ -28,10 +28,7 @@ KivTimeFields hoursOnly(uint16_t hours) {
 
 TEST(TimeTextNormalForm, PointsAreRewrittenInTheOneNormalForm) {
     TestWorld w;
-    const struct {
-        const char* in;
-        const char* out;
-    } cases[] = {
+    const struct { const char* in; const char* out; } cases[] = {
         {"0900-01-01T10:00:00,5+01:00", "0900-01-01T10:00:00.5+01"}, {"12:00-00:30", "12:00-00:30"},
         {"2009-W05-3", "2009-W05-3"}, {"2009-035", "2009-035"}, {"-05C", "-05C"}, {"123C", "+123C"},
         {"20C", "20C"}, {"20090101", "+20090101"}, {"-20090101", "-20090101"}, {"-0005", "-0005"},
@@ -91,10 +88,7 @@ TEST(TimeTextFormat, PointValidityAndLayout) {
     constexpr uint16_t y = KIV_TF_YEAR, h = KIV_TF_HOUR, m = KIV_TF_MINUTE, s = KIV_TF_SECOND;
     constexpr uint16_t z = KIV_TF_ZONE, frac = KIV_TF_FRACTION, day = KIV_TF_DAY;
     constexpr uint8_t zm = KIV_TF_ZONE_MINUTES;
-    const struct {
-        KivTimeFields fields;
-        const char* text;
-    } cases[] = {
+    const struct { KivTimeFields fields; const char* text; } cases[] = {
         {{.flags = KIV_TF_CENTURY | y}, "#12"},  // a century stands alone
         {{.flags = y | KIV_TF_MONTH | day, .year = 2009, .month = 2, .day = 31}, "2009-02-31"},
         {{.flags = y | KIV_TF_MONTH | day, .year = 2009, .month = 2, .day = 32}, "#12"},
@@ -134,10 +128,7 @@ TEST(TimeTextFormat, PointValidityAndLayout) {
 
 TEST(TimeTextFormat, DurationValidityAndLayout) {
     TestWorld w;
-    const struct {
-        KivDurationFields fields;
-        const char* text;
-    } cases[] = {
+    const struct { KivDurationFields fields; const char* text; } cases[] = {
         {{.flags = KIV_DF_FRACTION}, "#12"},  // no component
         {{.flags = KIV_DF_WEEKS | KIV_DF_DAYS}, "#12"},
         {{.flags = KIV_DF_SECONDS | KIV_DF_FRACTION, .fractionDigits = 2, .fraction = 123}, "#12"},

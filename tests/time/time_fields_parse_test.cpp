@@ -32,10 +32,7 @@ KivDurationFields scan(const char* text, uint8_t skipZero, const char** end) {
 
 TEST(TimeTextClassify, TellsTheTenForms) {
     TestWorld w;
-    const struct {
-        const char* text;
-        int32_t form;
-    } cases[] = {
+    const struct { const char* text; int32_t form; } cases[] = {
         {"10:00", 0}, {"-0005", 0}, {"+2009", 0}, {"2009-01-01", 0}, {"T10:00", 9},
         {"P1D", 1}, {"2009-01-01/2009-02-01", 2}, {"2009-01-01/P1D", 3}, {"P1D/2009-01-01", 4},
         {"R/P1D", 5}, {"R5/2009-01-01/2009-01-02", 6}, {"R5/2009-01-01/P1D", 7},
@@ -50,10 +47,7 @@ TEST(TimeTextParse, PointFields) {
     TestWorld w;
     constexpr uint16_t ymd = KIV_TF_YEAR | KIV_TF_MONTH | KIV_TF_DAY;
     constexpr uint16_t hm = KIV_TF_HOUR | KIV_TF_MINUTE;
-    const struct {
-        const char* text;
-        KivTimeFields fields;
-    } cases[] = {
+    const struct { const char* text; KivTimeFields fields; } cases[] = {
         {"2009-02-28T23:59:60,250-01:30",
          {.flags = ymd | hm | KIV_TF_SECOND | KIV_TF_FRACTION | KIV_TF_ZONE, .year = 2009,
           .month = 2, .day = 28, .hours = 23, .minutes = 59, .seconds = 60,
@@ -126,11 +120,7 @@ TEST(TimeTextParse, NullArgumentsGiveTwelve) {
 
 TEST(TimeTextParse, DurationFields) {
     constexpr uint32_t hms = KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS;
-    const struct {
-        const char* text;
-        uint8_t skipZero;
-        KivDurationFields fields;
-    } cases[] = {
+    const struct { const char* text; uint8_t skipZero; KivDurationFields fields; } cases[] = {
         {"P0Y1M", 0, {.flags = KIV_DF_YEARS | KIV_DF_MONTHS, .months = 1}},
         {"P0Y1M", 1, {.flags = KIV_DF_MONTHS, .months = 1}},
         {"P1Y0M", 1, {.flags = KIV_DF_YEARS | KIV_DF_MONTHS, .years = 1}},
@@ -152,10 +142,7 @@ TEST(TimeTextParse, DurationFields) {
 
 TEST(TimeTextParse, DurationStopsWhereItEnds) {
     // The scan hands back the character after the duration and no more.
-    const struct {
-        const char* text;
-        size_t taken;
-    } cases[] = {
+    const struct { const char* text; size_t taken; } cases[] = {
         {"P1D/", 3}, {"P1WT1H", 3}, {"P1.5Y2M", 5}, {"PT1S2", 4}, {"P1Dx", 3}, {"P1M", 3},
     };
     for (const auto& c : cases) {

@@ -118,12 +118,7 @@ KivDurationFields makeDuration(Rng& rng) {
     return d;
 }
 
-struct Sample {
-    int32_t form;
-    KivTimeFields start, end;
-    KivDurationFields duration;
-    int32_t count;
-};
+struct Sample { int32_t form; KivTimeFields start, end; KivDurationFields duration; int32_t count; };
 
 Sample makeSample(Rng& rng) {
     Sample s{};
@@ -239,11 +234,7 @@ TEST(TimeTextRoundTrip, NormalFormIsIdempotentAndKeepsTheValue) {
 
 TEST(TimeTextCompare, Examples) {
     TestWorld w;
-    const struct {
-        const char* a;
-        const char* b;
-        int32_t differ;
-    } cases[] = {
+    const struct { const char* a; const char* b; int32_t differ; } cases[] = {
         {"P0Y1M", "P1M", 0},                       {"PT60M", "PT1H", 1},
         {"2009-01-01T10:00+01:00", "2009-01-01T10:00+01", 0}, {"10:00Z", "10:00+00", 1},
         {"12:00+00:00", "12:00-00:00", 0},         {"12:00+01", "12:00-01", 1},

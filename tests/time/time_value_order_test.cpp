@@ -12,11 +12,7 @@ namespace {
 
 using fenk::test::TimeValueParser;
 
-struct Pair {
-    const char* a;
-    const char* b;
-    int32_t expected;
-};
+struct Pair { const char* a; const char* b; int32_t expected; };
 
 // Each pair is checked both ways: the order turns round, -2 (no order) and
 // equality do not.

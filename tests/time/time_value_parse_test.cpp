@@ -23,10 +23,7 @@ std::string tooLong(int digits) {
     return "D0144E: Integer or enumerated value too long: length = " + std::to_string(digits) + ".\n";
 }
 
-struct Failure {
-    const char* text;
-    std::string message;
-};
+struct Failure { const char* text; std::string message; };
 
 void expectFailures(std::initializer_list<Failure> failures) {
     TimeValueParser parser;
@@ -73,12 +70,7 @@ TEST(TimeValueParse, WritesOnlyWhatTheValueHas) {
 }
 
 TEST(TimeValueParse, YearsAndCenturiesWithTheirClasses) {
-    struct Case {
-        const char* text;
-        uint8_t flags;
-        int32_t year;
-        uint16_t digits;
-    };
+    struct Case { const char* text; uint8_t flags; int32_t year; uint16_t digits; };
     const Case cases[] = {
         {"20C", 0x84, 20, 2},           {"14C", 0x82, 14, 2},          {"00C", 0x82, 0, 2},
         {"-05C", 0x81, -5, 2},          {"-99C", 0x81, -99, 2},        {"-100C", 0x80, -100, 3},

@@ -80,10 +80,7 @@ TEST_F(ConstraintChecks, WideStringsThroughIndexTables) {
     EXPECT_FALSE(check([&] { kivCheckAlphabet16(w.get(), good16, 3, &small); }).raised);
     EXPECT_FALSE(check([&] { kivCheckAlphabet32(w.get(), good32, 3, &small); }).raised);
 
-    struct Bad {
-        uint32_t code;
-        const char* shown;
-    };
+    struct Bad { uint32_t code; const char* shown; };
     const Bad bads[] = {{0x412, "{0,0,4,18}"}, {0x3FF, "{0,0,3,255}"}, {0x500, "{0,0,5,0}"}};
     for (const Bad& bad : bads) {
         const uint16_t s16[] = {0x410, static_cast<uint16_t>(bad.code)};

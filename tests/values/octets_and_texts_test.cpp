@@ -53,10 +53,7 @@ TEST(ReadTwoNumbers, RefusesWithoutTouchingTheRecord) {
     uint8_t cut[] = {0x01, 0x82};
     uint8_t secondTooLong[] = {0x01, 0x81, 0x82, 0x83, 0x84, 0x85, 0x06};
     uint32_t first = 7;
-    struct Case {
-        uint8_t* octets;
-        uint32_t length;
-    };
+    struct Case { uint8_t* octets; uint32_t length; };
     for (Case c : {Case{six, 6}, Case{cut, 2}, Case{secondTooLong, 7}, Case{six + 5, 1}}) {
         KivBuffer data{c.length, c.octets};
         EXPECT_EQ(kivReadTwoNumbers(w.get(), &data, &first, nullptr), 5);

@@ -84,11 +84,7 @@ TEST_F(ValueCopy, CopyIsDeepEqualAndTheCallersOwn) {
 TEST_F(ValueCopy, EveryChangedFieldMakesTheValuesDiffer) {
     void* out = nullptr;
     ASSERT_EQ(copy(&out), 0u);
-    struct Change {
-        const char* what;
-        std::function<void(TestPdu&)> apply;
-        bool differs;
-    };
+    struct Change { const char* what; std::function<void(TestPdu&)> apply; bool differs; };
     const std::vector<Change> changes = {
         {"version", [](TestPdu& p) { p.version = 4; }, true},
         {"octet", [](TestPdu& p) { static_cast<uint8_t*>(p.octets.data)[4] ^= 1; }, true},

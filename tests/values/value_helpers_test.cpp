@@ -125,10 +125,7 @@ TEST_F(CopyHelpers, LengthDataRecordsOfTheirOwn) {
     EXPECT_EQ(std::memcmp(narrowCopy->data, units, sizeof units), 0);
 }
 
-struct Pair {
-    KivDoubleNode link;
-    int64_t value;
-};
+struct Pair { KivDoubleNode link; int64_t value; };
 
 TEST_F(CopyHelpers, ListsKeepTheirOrderAndLinks) {
     Pair nodes[3];
@@ -244,10 +241,7 @@ TEST_F(KindComparator, LengthPrefixedKinds) {
     EXPECT_FALSE(equal(&p1, &p2, 2, 0, 26)) << "3 units of 16 bits";
     EXPECT_TRUE(equal(&p1, &p2, 1, 0, 63));
     EXPECT_FALSE(equal(&e1, &e2, 1, 0, 63)) << "nor for kind 63";
-    struct InPlace32 {
-        uint32_t length;
-        uint8_t data[4];
-    } b1{12, {0xAB, 0xC0}}, b2{12, {0xAB, 0xCF}};
+    struct InPlace32 { uint32_t length; uint8_t data[4]; } b1{12, {0xAB, 0xC0}}, b2{12, {0xAB, 0xCF}};
     EXPECT_TRUE(equal(&b1, &b2, 4, 0, 4)) << "only 12 bits count";
 
     uint8_t bytesA[12] = {1, 2, 3, 4, 5, 6, 7, 8}, bytesB[12] = {1, 2, 3, 4, 5, 6, 7, 9};
