@@ -2,13 +2,9 @@
 // which order the rules are tried, and what passes.
 #include <gtest/gtest.h>
 
-#include <string>
+#include "time_test_support.h"
 
-#include "support/raise_catcher.h"
-#include "support/test_world.h"
-
-using fenk::test::catchRaise;
-using fenk::test::TestWorld;
+using namespace fenk::test;
 
 namespace {
 

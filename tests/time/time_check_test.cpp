@@ -3,15 +3,12 @@
 // under BER, DER and CER, and the lowercase-z allowance of levelMask.
 #include <gtest/gtest.h>
 
-#include "support/raise_catcher.h"
-#include "support/test_world.h"
+#include "time_test_support.h"
 
 namespace {
 
-using fenk::test::catchRaise;
-using fenk::test::TestWorld;
+using namespace fenk::test;
 
-constexpr int32_t kBer = 0, kDer = 3, kCer = 7;
 constexpr int kPasses = 0;  // no raise
 constexpr uint16_t kGeneralized = 0, kUtc = 1;
 

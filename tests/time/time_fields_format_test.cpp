@@ -2,13 +2,11 @@
 // outside and inside the canonical rules.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <tuple>
 #include <utility>
 
 #include "support/alloc_hooks.h"
-#include "support/test_world.h"
-#include "time_text_helpers.h"
+#include "time_test_support.h"
 
 // Records name only the fields that matter; the rest are zero.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"

@@ -1,11 +1,9 @@
 // Classification and parsing of ISO 8601 time texts into field records.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <utility>
 
-#include "support/test_world.h"
-#include "time_text_helpers.h"
+#include "time_test_support.h"
 
 // Expected records name only the fields that matter; the rest are zero.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"

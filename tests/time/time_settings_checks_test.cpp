@@ -2,9 +2,7 @@
 // rule fails first, with which text, and that a pass leaves the text alone.
 #include <gtest/gtest.h>
 
-#include <string>
-
-#include "time_value_support.h"
+#include "time_test_support.h"
 
 namespace {
 

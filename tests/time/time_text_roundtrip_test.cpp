@@ -3,12 +3,9 @@
 // comparison tells apart exactly the changes that alter the value.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <random>
 
-#include "support/raise_catcher.h"
-#include "support/test_world.h"
-#include "time_text_helpers.h"
+#include "time_test_support.h"
 
 using namespace fenk::test;
 

@@ -3,10 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <string>
 #include <vector>
 
-#include "time_value_support.h"
+#include "time_test_support.h"
 
 namespace {
 

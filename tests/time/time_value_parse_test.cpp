@@ -2,12 +2,10 @@
 // its message and number.
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <string>
 #include <tuple>
 #include <utility>
 
-#include "time_value_support.h"
+#include "time_test_support.h"
 
 namespace {
 

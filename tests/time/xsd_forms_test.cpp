@@ -2,14 +2,11 @@
 // sentinels, and parsers checked field by field.
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <string>
 #include <tuple>
 #include <utility>
 
 #include "support/alloc_hooks.h"
-#include "support/test_world.h"
-#include "time_text_helpers.h"
+#include "time_test_support.h"
 
 using namespace fenk::test;
 

@@ -1,12 +1,19 @@
-// Helpers of the time-text tests: formatting into a fresh std::string and
-// running a formatter under given encoding rules.
-#ifndef FENK_TEST_TIME_TEXT_HELPERS_H
-#define FENK_TEST_TIME_TEXT_HELPERS_H
+// Helpers of the time tests: formatting into a fresh std::string, running a
+// formatter under given encoding rules, describing field records, and
+// parsing TIME values in a world of their own with raised failures caught
+// and their composed message text kept.
+#ifndef FENK_TEST_TIME_TEST_SUPPORT_H
+#define FENK_TEST_TIME_TEST_SUPPORT_H
+
+#include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "fenkapi.h"
+#include "support/raise_catcher.h"
+#include "support/test_world.h"
 
 namespace fenk::test {
 
@@ -53,6 +60,39 @@ inline std::string normalized(KivGlobal* w, const char* text, int32_t rules = kB
     w->encodingRules = rules;
     return formatted(w, [&](char** out) { return kivNormalizeTimeText(w, text, out); });
 }
+
+struct ParseOutcome {
+    bool raised;
+    int code;             // the return code the raise delivered
+    std::string message;  // the composed messageText
+};
+
+class TimeValueParser {
+public:
+    TimeValueParser() {
+        world_->messageOut = world_->messageText;
+        world_->errorMode = 3;  // decoding: messages start with 'D'
+    }
+
+    ParseOutcome parse(const char* text, KivTimeValue* value) {
+        KivGlobal* w = world_.get();
+        w->messageText[0] = '\0';
+        Caught caught = catchRaise(w, [&] { kivParseTimeValue(w, text, value); });
+        return {caught.raised, caught.value, caught.raised ? std::string(w->messageText) : ""};
+    }
+
+    // A text that must parse; a raise fails the test.
+    KivTimeValue value(const char* text) {
+        KivTimeValue v;
+        std::memset(&v, 0, sizeof v);
+        ParseOutcome outcome = parse(text, &v);
+        EXPECT_FALSE(outcome.raised) << text << ": " << outcome.message;
+        return v;
+    }
+
+private:
+    TestWorld world_;
+};
 
 }  // namespace fenk::test
 
