@@ -23,8 +23,7 @@ struct Case { const char* text; int index; };
 
 void expectAll(TestWorld& w, uint16_t kind, std::initializer_list<Case> cases) {
     for (const Case& c : cases)
-        EXPECT_EQ(indexRaised(w, c.text, kind), c.index)
-            << (c.text ? c.text : "null") << " rules " << w->encodingRules;
+        EXPECT_EQ(indexRaised(w, c.text, kind), c.index) << (c.text ? c.text : "null") << " rules " << w->encodingRules;
 }
 
 TEST(TimeCheck, GeneralizedTimeUnderBer) {
@@ -100,15 +99,13 @@ TEST(TimeCheck, RaisesWithCode12AndNamesTheFieldAndItsValue) {
         {"20090520250507Z", "D0012S: Out-of-range value in time type. Hour = 25.\n"},
         {"2009052013", "D0012S: Out-of-range value in time type.\n"}};
     for (auto [text, message] : cases) {
-        auto caught =
-            catchRaise(w.get(), [&] { kivCheckGeneralizedOrUTCTime(w.get(), text, kGeneralized); });
+        auto caught = catchRaise(w.get(), [&] { kivCheckGeneralizedOrUTCTime(w.get(), text, kGeneralized); });
         EXPECT_TRUE(caught.raised);
         EXPECT_EQ(caught.value, 12);
         EXPECT_STREQ(w->messageText, message);
     }
     w->encodingRules = kDer;
-    auto caught =
-        catchRaise(w.get(), [&] { kivCheckGeneralizedOrUTCTime(w.get(), "0905201305Z", kUtc); });
+    auto caught = catchRaise(w.get(), [&] { kivCheckGeneralizedOrUTCTime(w.get(), "0905201305Z", kUtc); });
     EXPECT_EQ(caught.value, 12);
     EXPECT_STREQ(w->messageText,
                  "D0013S: Time value must be in universal coordinated time format and must end "

@@ -61,8 +61,7 @@ TEST(TimeTextNormalForm, CanonicalRulesDropARepeatedEndTimeDifference) {
     EXPECT_EQ(normalized(w.get(), "R/10:00-01:30/12:00-01:30", kDer), "R/10:00-01:30/12:00");
     EXPECT_EQ(normalized(w.get(), "10:00+01/12:00-01", kDer), "10:00+01/12:00-01");
     EXPECT_EQ(normalized(w.get(), "10:00+01/12:00+02", kDer), "10:00+01/12:00+02");
-    EXPECT_EQ(normalized(w.get(), "10:00+00/12:00-00", kDer), "10:00+00/12:00-00")
-        << "the signs differ";
+    EXPECT_EQ(normalized(w.get(), "10:00+00/12:00-00", kDer), "10:00+00/12:00-00") << "the signs differ";
 }
 
 TEST(TimeTextFormat, StartEndRestoresTheCallersEndRecord) {
@@ -151,8 +150,7 @@ TEST(TimeTextFormat, RecurrenceCount) {
     d.flags = KIV_DF_HOURS;
     d.hours = 1;
     auto text = [&](int32_t n) {
-        return formatted(w.get(),
-                         [&](char** o) { return kivFormatRecurringDuration(w.get(), &d, n, o); });
+        return formatted(w.get(), [&](char** o) { return kivFormatRecurringDuration(w.get(), &d, n, o); });
     };
     EXPECT_EQ(text(-1), "R/PT1H");
     EXPECT_EQ(text(12), "R12/PT1H");
@@ -190,8 +188,7 @@ TEST(TimeTextFormat, LongTextsAreWrittenWhole) {
         f.zoneHours = 1;
         const std::string expected =
             "10." + std::string(digits - 10, '0') + "4294967295+01";  // 154 digits fill the draft
-        EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatTimePoint(w.get(), &f, o); }),
-                  expected);
+        EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatTimePoint(w.get(), &f, o); }), expected);
     }
     std::string fraction(300, '7');
     std::string text =

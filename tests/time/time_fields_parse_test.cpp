@@ -178,8 +178,7 @@ TEST(TimeTextParse, IntervalsNeedMatchingPointFlags) {
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01/2009-01-01T12:00", &s, &e), 12);
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01T10:00/2009-01-01T12:00+01", &s, &e), 12)
         << "only the end may lack the time difference";
-    EXPECT_EQ(kivParseStartEnd(w.get(), "2009-02-01/2009-01-01", &s, &e), 0)
-        << "no order is required";
+    EXPECT_EQ(kivParseStartEnd(w.get(), "2009-02-01/2009-01-01", &s, &e), 0) << "no order is required";
 
     KivDurationFields d;
     EXPECT_EQ(kivParseStartDuration(w.get(), "2009-01-01/P1Y0M", &s, &d), 0);

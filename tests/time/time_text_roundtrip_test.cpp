@@ -217,8 +217,7 @@ TEST(TimeTextRoundTrip, NormalFormIsIdempotentAndKeepsTheValue) {
             std::string once = normalized(w.get(), text.c_str(), rules);
             ASSERT_EQ(once.find('#'), std::string::npos) << text;
             ASSERT_EQ(normalized(w.get(), once.c_str(), rules), once) << text;
-            ASSERT_EQ(kivTimeTextsDiffer(w.get(), text.c_str(), once.c_str()), 0)
-                << text << " vs " << once;
+            ASSERT_EQ(kivTimeTextsDiffer(w.get(), text.c_str(), once.c_str()), 0) << text << " vs " << once;
             if (rules != kBer) {
                 // What canonical rules write passes the canonical-form check.
                 w->messageOut = w->messageText;

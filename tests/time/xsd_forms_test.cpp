@@ -65,8 +65,7 @@ TEST(XsdWrite, DateFormsAndYears) {
         EXPECT_EQ(date(2009, m, d, kNone), "#12") << m << "-" << d;
 
     auto text = [&](auto call) { return formatted(w.get(), call); };
-    EXPECT_EQ(text([&](char** o) { return kivYearMonthToText(w.get(), 99, 7, -60, o); }),
-              "0099-07-01:00");
+    EXPECT_EQ(text([&](char** o) { return kivYearMonthToText(w.get(), 99, 7, -60, o); }), "0099-07-01:00");
     EXPECT_EQ(text([&](char** o) { return kivYearMonthToText(w.get(), 99, 13, kNone, o); }), "#12");
     EXPECT_EQ(text([&](char** o) { return kivYearToText(w.get(), -12345, kNone, o); }), "-12345");
     EXPECT_EQ(text([&](char** o) { return kivYearToText(w.get(), 0, kNone, o); }), "#12");
@@ -81,8 +80,7 @@ TEST(XsdWrite, DateFormsAndYears) {
 TEST(XsdWrite, TimesAndZones) {
     TestWorld w;
     auto time = [&](uint32_t h, uint32_t m, uint32_t s, const char* f, uint32_t n, int32_t z) {
-        return formatted(w.get(),
-                         [&](char** o) { return kivTimeToText(w.get(), h, m, s, f, n, z, o); });
+        return formatted(w.get(), [&](char** o) { return kivTimeToText(w.get(), h, m, s, f, n, z, o); });
     };
     EXPECT_EQ(time(24, 0, 0, nullptr, 0, kNone), "24:00:00");
     EXPECT_EQ(time(24, 0, 0, "0", 1, kNone), "#12");
@@ -222,8 +220,7 @@ TEST(XsdParse, TimesTakeAnyTwoDigitValues) {
     EXPECT_EQ(kivTextToTime(w.get(), "07:08:09", &h, &m, &s, &f, nullptr, &z), 12);
     EXPECT_EQ(f, text + 20) << "the fraction points into the text";
     EXPECT_EQ(n, 1u);
-    EXPECT_EQ(kivTextToDateTime(w.get(), "2009-05-06 07:08:09", &y, &mo, &d, &h, &m, &s, &f, &n, &z),
-              12);
+    EXPECT_EQ(kivTextToDateTime(w.get(), "2009-05-06 07:08:09", &y, &mo, &d, &h, &m, &s, &f, &n, &z), 12);
     EXPECT_EQ(kivTextToDateTime(w.get(), "2009-05-06", &y, &mo, &d, &h, &m, &s, &f, &n, &z), 12);
 }
 
@@ -255,13 +252,11 @@ TEST(XsdForms, WrittenTextsReadBack) {
     for (int32_t year : {-2147483647, -10000, -1, 1, 999, 2009, 10000, 2147483647})
         for (int32_t zone : {kNone, kUtc, -840, -61, 0, 1, 839}) {
             char* text = nullptr;
-            ASSERT_EQ(kivDateTimeToText(w.get(), year, 12, 31, 23, 59, 60, "999", 3, zone, &text),
-                      0);
+            ASSERT_EQ(kivDateTimeToText(w.get(), year, 12, 31, 23, 59, 60, "999", 3, zone, &text), 0);
             int32_t y, mo, d, z;
             uint32_t h, mi, s, n;
             const char* f;
-            EXPECT_EQ(kivTextToDateTime(w.get(), text, &y, &mo, &d, &h, &mi, &s, &f, &n, &z), 0)
-                << text;
+            EXPECT_EQ(kivTextToDateTime(w.get(), text, &y, &mo, &d, &h, &mi, &s, &f, &n, &z), 0) << text;
             EXPECT_EQ(y, year) << text;
             EXPECT_EQ(z, zone) << text;
             EXPECT_EQ(fractionOf(f, n), "999") << text;

@@ -98,8 +98,7 @@ protected:
 TEST_F(CopyHelpers, LengthDataRecordsOfTheirOwn) {
     uint8_t bits[] = {0xFF, 0xC0};
     KivLengthData empty{0, bits};
-    EXPECT_EQ(static_cast<KivLengthData*>(kivCopyLengthData(w.get(), &empty, nullptr, 4, 1))->data,
-              nullptr);
+    EXPECT_EQ(static_cast<KivLengthData*>(kivCopyLengthData(w.get(), &empty, nullptr, 4, 1))->data, nullptr);
     struct At {
         uint32_t length;
         uint32_t other[5];
@@ -118,8 +117,7 @@ TEST_F(CopyHelpers, LengthDataRecordsOfTheirOwn) {
         uint16_t other[3];
         uint16_t* data;  // at 8
     } narrow{3, {0xFFFF, 0xFFFF, 0xFFFF}, units};
-    auto* narrowCopy = static_cast<Short*>(
-        kivCopyLengthData(w.get(), &narrow, nullptr, KIV_LENGTH_WIDTH_16, 2));
+    auto* narrowCopy = static_cast<Short*>(kivCopyLengthData(w.get(), &narrow, nullptr, KIV_LENGTH_WIDTH_16, 2));
     EXPECT_EQ(narrowCopy->length, 3u);
     ASSERT_NE(narrowCopy->data, units);
     EXPECT_EQ(std::memcmp(narrowCopy->data, units, sizeof units), 0);
@@ -167,8 +165,7 @@ TEST_F(CopyHelpers, OpenTypesWithAndWithoutUserField) {
     uint8_t encoded[] = {1, 2, 3};
     KivOpenTypeWithUser source{{0, 3, encoded, nullptr}, 0x1122334455667788};
     kivStoreShortSetting(w.get(), KIV_OPEN_TYPE_USER_FIELD);
-    auto* copy = reinterpret_cast<KivOpenTypeWithUser*>(
-        kivCopyOpenType(w.get(), &source.common, nullptr));
+    auto* copy = reinterpret_cast<KivOpenTypeWithUser*>(kivCopyOpenType(w.get(), &source.common, nullptr));
     EXPECT_EQ(copy->userField, 0x1122334455667788u);
     EXPECT_NE(copy->common.encoded, encoded);
     EXPECT_EQ(kivOpenTypesDiffer(w.get(), &copy->common, &source.common), 0);
@@ -313,8 +310,7 @@ TEST_F(KindComparator, RulesShortCutsAndUncomparableKinds) {
     Caught caught = catchRaise(w.get(), [&] { kivKindValuesDiffer(w.get(), a, a, 1, 0, 0, 99); });
     EXPECT_TRUE(caught.raised);
     EXPECT_EQ(caught.value, 30);
-    EXPECT_STREQ(w->messageText,
-                 "E0116S: Data type is not supported by DER time-optimized encoder.\n");
+    EXPECT_STREQ(w->messageText, "E0116S: Data type is not supported by DER time-optimized encoder.\n");
 }
 
 }  // namespace
