@@ -1,6 +1,7 @@
 // Classification and parsing of ISO 8601 time texts into field records.
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <utility>
 
 #include "time_test_support.h"
@@ -171,9 +172,8 @@ TEST(TimeTextParse, DurationRejections) {
 TEST(TimeTextParse, IntervalsNeedMatchingPointFlags) {
     TestWorld w;
     KivTimeFields s, e;
-    EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01T10:00+01:00/2009-01-01T12:00", &s, &e), 0);
-    EXPECT_EQ(s.zoneMinutes, 0);
-    EXPECT_EQ(e.hours, 12);
+    EXPECT_EQ((std::tuple{kivParseStartEnd(w.get(), "2009-01-01T10:00+01:00/2009-01-01T12:00", &s, &e),
+                          s.zoneMinutes, e.hours}), std::tuple(0, 0, 12));
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01T10:00/2009-01-01T12:00Z", &s, &e), 12);
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01/2009-01-01T12:00", &s, &e), 12);
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01T10:00/2009-01-01T12:00+01", &s, &e), 12)
@@ -181,11 +181,11 @@ TEST(TimeTextParse, IntervalsNeedMatchingPointFlags) {
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-02-01/2009-01-01", &s, &e), 0) << "no order is required";
 
     KivDurationFields d;
-    EXPECT_EQ(kivParseStartDuration(w.get(), "2009-01-01/P1Y0M", &s, &d), 0);
-    EXPECT_EQ(d.flags, KIV_DF_YEARS | KIV_DF_MONTHS) << "every written component flagged";
+    EXPECT_EQ((std::tuple{kivParseStartDuration(w.get(), "2009-01-01/P1Y0M", &s, &d), d.flags}),
+              std::tuple(0, KIV_DF_YEARS | KIV_DF_MONTHS)) << "every written component flagged";
     EXPECT_EQ(kivParseStartDuration(w.get(), "2009-01-01/P1Y/", &s, &d), 12);
-    EXPECT_EQ(kivParseDurationEnd(w.get(), "PT1H/10:00Z", &d, &e), 0);
-    EXPECT_EQ(e.flags, KIV_TF_HOUR | KIV_TF_MINUTE | KIV_TF_UTC);
+    EXPECT_EQ((std::tuple{kivParseDurationEnd(w.get(), "PT1H/10:00Z", &d, &e), e.flags}),
+              std::tuple(0, KIV_TF_HOUR | KIV_TF_MINUTE | KIV_TF_UTC));
     EXPECT_EQ(kivParseDurationEnd(w.get(), "PT1H10:00Z", &d, &e), 12);
 }
 
@@ -200,21 +200,17 @@ TEST(TimeTextParse, RecurrenceCounts) {
         return std::pair(rc, n);
     };
     EXPECT_EQ(counted("R/PT1H"), std::pair(0, -1));
-    EXPECT_EQ(counted("R12/PT1H"), std::pair(0, 12));
-    EXPECT_EQ(d.hours, 1u);
+    EXPECT_EQ((std::tuple{counted("R12/PT1H"), d.hours}), std::tuple(std::pair(0, 12), 1u));
     EXPECT_EQ(counted("R2147483647/PT1H"), std::pair(0, INT32_MAX));
     for (const char* bad : {"R0/PT1H", "R012/PT1H", "R2147483648/PT1H", "RPT1H", "R1PT1H"})
         EXPECT_EQ(counted(bad).first, 12) << bad;
 
-    EXPECT_EQ(kivParseRecurringStartEnd(w.get(), "R3/10:00+01/12:00", &s, &e, &n), 0);
-    EXPECT_EQ(n, 3);
+    EXPECT_EQ((std::tuple{kivParseRecurringStartEnd(w.get(), "R3/10:00+01/12:00", &s, &e, &n), n}), std::tuple(0, 3));
     EXPECT_EQ(kivParseRecurringStartEnd(w.get(), "R3/10:00/12:00+01", &s, &e, &n), 12);
-    EXPECT_EQ(kivParseRecurringStartDuration(w.get(), "R/2009-035/P2W", &s, &d, &n), 0);
-    EXPECT_EQ(s.day, 35);
-    EXPECT_EQ(d.weeks, 2u);
-    EXPECT_EQ(kivParseRecurringDurationEnd(w.get(), "R7/P1M/2009-W01", &d, &e, &n), 0);
-    EXPECT_EQ(n, 7);
-    EXPECT_EQ(e.week, 1);
+    EXPECT_EQ((std::tuple{kivParseRecurringStartDuration(w.get(), "R/2009-035/P2W", &s, &d, &n), s.day, d.weeks}),
+              std::tuple(0, 35, 2u));
+    EXPECT_EQ((std::tuple{kivParseRecurringDurationEnd(w.get(), "R7/P1M/2009-W01", &d, &e, &n), n, e.week}),
+              std::tuple(0, 7, 1));
     EXPECT_EQ(kivParseRecurringDurationEnd(w.get(), "R7/P1M/2009-W01/", &d, &e, &n), 12);
 }
 
