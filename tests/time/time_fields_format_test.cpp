@@ -96,8 +96,7 @@ TEST(TimeTextFormat, PointValidityAndLayout) {
         {{.flags = y | day, .year = 2009, .day = 5}, "2009-005"},
         {{.flags = y | day, .year = 2009, .day = 367}, "#12"},
         {{.flags = y | day | h, .year = 99999, .day = 1, .hours = 1}, "+99999-001T01"},
-        {{.flags = h, .hours = 24}, "24"},
-        {{.flags = h, .hours = 25}, "#12"},
+        {{.flags = h, .hours = 24}, "24"}, {{.flags = h, .hours = 25}, "#12"},
         {{.flags = m}, "#12"},  // minutes need hours
         {{.flags = h | m | s, .hours = 10, .minutes = 59, .seconds = 60}, "10:59:60"},
         {{.flags = h | m | s, .hours = 10, .minutes = 59, .seconds = 61}, "#12"},

@@ -35,8 +35,7 @@ TEST(TimeTextClassify, TellsTheTenForms) {
         {"10:00", 0}, {"-0005", 0}, {"+2009", 0}, {"2009-01-01", 0}, {"T10:00", 9},
         {"P1D", 1}, {"2009-01-01/2009-02-01", 2}, {"2009-01-01/P1D", 3}, {"P1D/2009-01-01", 4},
         {"R/P1D", 5}, {"R5/2009-01-01/2009-01-02", 6}, {"R5/2009-01-01/P1D", 7},
-        {"R5/P1D/2009-01-01", 8}, {"R5-P1D", 9}, {"R5", 9}, {"", 9}, {"x/y", 2},
-        {"10:00/xP", 3},
+        {"R5/P1D/2009-01-01", 8}, {"R5-P1D", 9}, {"R5", 9}, {"", 9}, {"x/y", 2}, {"10:00/xP", 3},
     };
     for (const auto& c : cases) EXPECT_EQ(kivClassifyTimeText(w.get(), c.text), c.form) << c.text;
     EXPECT_EQ(kivClassifyTimeText(nullptr, "10:00"), 9);
@@ -56,10 +55,8 @@ TEST(TimeTextParse, PointFields) {
                         .day = 3}},
         // Ordinal days run to 366 in every year.
         {"2009-366", {.flags = KIV_TF_YEAR | KIV_TF_DAY, .year = 2009, .day = 366}},
-        {"20C", {.flags = KIV_TF_CENTURY, .century = 20}},
-        {"-05C", {.flags = KIV_TF_CENTURY, .century = -5}},
-        {"-0005", {.flags = KIV_TF_YEAR, .year = -5}},
-        {"20090101", {.flags = KIV_TF_YEAR, .year = 20090101}},
+        {"20C", {.flags = KIV_TF_CENTURY, .century = 20}}, {"-05C", {.flags = KIV_TF_CENTURY, .century = -5}},
+        {"-0005", {.flags = KIV_TF_YEAR, .year = -5}}, {"20090101", {.flags = KIV_TF_YEAR, .year = 20090101}},
         {"-2147483648", {.flags = KIV_TF_YEAR, .year = INT32_MIN}},
         {"12:00+15:30", {.flags = hm | KIV_TF_ZONE, .hours = 12, .zoneFlags = KIV_TF_ZONE_MINUTES,
                          .zoneHours = 15, .zoneMinutes = 30}},

@@ -105,8 +105,7 @@ TEST(TimeValueParse, WeeksOrdinalDaysAndLeapYears) {
 
 TEST(TimeValueParse, YearAndCenturyFailures) {
     expectFailures({{"012345", outOfRange("Year", "12345")}, {"+123", outOfRange("Year", "123")},
-                    {"-1", outOfRange("Year", "1")}, {"-", kBadValue},
-                    {"+", kBadValue},
+                    {"-1", outOfRange("Year", "1")}, {"-", kBadValue}, {"+", kBadValue},
                     {"2147483648", outOfRange("Year", "-2147483648")},  // shown signed
                     {"1C", outOfRange("Century", "1")}, {"012C", outOfRange("Century", "12")},
                     {"2147483648C", outOfRange("Century", "-2147483648")}, {"20CT10", kBadValue},

@@ -165,8 +165,7 @@ std::string readDuration(KivGlobal* w, const char* t) {
 TEST(XsdParse, DatesAndZones) {
     TestWorld w;
     const struct { const char* text; const char* fields; } cases[] = {
-        {"2009-02-31", "2009 2 31 none"},
-        {"2009-01-01Z", "2009 1 1 Z"},
+        {"2009-02-31", "2009 2 31 none"}, {"2009-01-01Z", "2009 1 1 Z"},
         {"-12345-01-01-14:00", "-12345 1 1 -840"},
         {"2009-01-01+00:99", "2009 1 1 99"},  // zone minutes above 59 are taken
         {"2009-01-01Zjunk", "2009 1 1 Z"},    // nothing after the zone is looked at
@@ -202,8 +201,7 @@ TEST(XsdParse, OtherCalendarForms) {
 TEST(XsdParse, TimesTakeAnyTwoDigitValues) {
     TestWorld w;
     const struct { const char* text; const char* fields; } cases[] = {
-        {"25:61:99", "25:61:99 <null> none"},
-        {"10:00:00.", "10:0:0 <null> none"},
+        {"25:61:99", "25:61:99 <null> none"}, {"10:00:00.", "10:0:0 <null> none"},
         {"10:00:00.0123456789012+01:00", "10:0:0 0123456789012 60"},
         {"1:00:00", "12"}, {"10:0:00", "12"}, {"10:00", "12"}, {"10-00-00", "12"},
         {"10:00:000", "12"}, {"10:00:00 ", "12"},
@@ -227,9 +225,7 @@ TEST(XsdParse, TimesTakeAnyTwoDigitValues) {
 TEST(XsdParse, Durations) {
     TestWorld w;
     const struct { const char* text; const char* fields; } cases[] = {
-        {"P1M", "+0Y1M0D0H0M0S <null>"},
-        {"PT", "+0Y0M0D0H0M0S <null>"},
-        {"-PT1.5S", "-0Y0M0D0H0M1S 5"},
+        {"P1M", "+0Y1M0D0H0M0S <null>"}, {"PT", "+0Y0M0D0H0M0S <null>"}, {"-PT1.5S", "-0Y0M0D0H0M1S 5"},
         {"P1Y2M3DT4H5M6S", "+1Y2M3D4H5M6S <null>"},
         // A run without its designator is left for the next step.
         {"P3DT5S", "+0Y0M3D0H0M5S <null>"},
