@@ -112,13 +112,11 @@ TEST(TimeTextFormat, PointValidityAndLayout) {
          "10+15:30"},
         {{.flags = h | z, .hours = 10, .zoneFlags = zm, .zoneHours = 14, .zoneMinutes = 120},
          "#12"},
-        {{.flags = h | z, .hours = 10, .zoneFlags = zm, .zoneHours = 13, .zoneMinutes = 120,
-          .zoneNegative = 1},
+        {{.flags = h | z, .hours = 10, .zoneFlags = zm, .zoneHours = 13, .zoneMinutes = 120, .zoneNegative = 1},
          "10-15"},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatTimePoint(w.get(), &c.fields, o); }),
-                  c.text)
+        EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatTimePoint(w.get(), &c.fields, o); }), c.text)
             << describe(c.fields);
 }
 
@@ -138,8 +136,7 @@ TEST(TimeTextFormat, DurationValidityAndLayout) {
         {{.flags = KIV_DF_MONTHS | KIV_DF_HOURS}, "P0MT0H"},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatDuration(w.get(), &c.fields, o); }),
-                  c.text)
+        EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatDuration(w.get(), &c.fields, o); }), c.text)
             << describe(c.fields);
 }
 

@@ -51,8 +51,7 @@ TEST(TimeTextParse, PointFields) {
           .month = 2, .day = 28, .hours = 23, .minutes = 59, .seconds = 60,
           .fractionDigits = 3, .fraction = 250, .zoneFlags = KIV_TF_ZONE_MINUTES,
           .zoneHours = 1, .zoneMinutes = 30, .zoneNegative = 1}},
-        {"2009-W05-3", {.flags = KIV_TF_YEAR | KIV_TF_WEEK | KIV_TF_DAY, .year = 2009, .week = 5,
-                        .day = 3}},
+        {"2009-W05-3", {.flags = KIV_TF_YEAR | KIV_TF_WEEK | KIV_TF_DAY, .year = 2009, .week = 5, .day = 3}},
         // Ordinal days run to 366 in every year.
         {"2009-366", {.flags = KIV_TF_YEAR | KIV_TF_DAY, .year = 2009, .day = 366}},
         {"20C", {.flags = KIV_TF_CENTURY, .century = 20}}, {"-05C", {.flags = KIV_TF_CENTURY, .century = -5}},
@@ -61,8 +60,7 @@ TEST(TimeTextParse, PointFields) {
         {"12:00+15:30", {.flags = hm | KIV_TF_ZONE, .hours = 12, .zoneFlags = KIV_TF_ZONE_MINUTES,
                          .zoneHours = 15, .zoneMinutes = 30}},
         {"10Z", {.flags = KIV_TF_HOUR | KIV_TF_UTC, .hours = 10}},
-        {"24:00:00.000", {.flags = hm | KIV_TF_SECOND | KIV_TF_FRACTION, .hours = 24,
-                          .fractionDigits = 3}},
+        {"24:00:00.000", {.flags = hm | KIV_TF_SECOND | KIV_TF_FRACTION, .hours = 24, .fractionDigits = 3}},
     };
     for (const auto& c : cases) {
         int32_t rc;

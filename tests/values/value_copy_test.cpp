@@ -103,9 +103,7 @@ TEST_F(ValueCopy, EveryChangedFieldMakesTheValuesDiffer) {
         {"item number", [](TestPdu& p) { p.items->next->number = 1; }, true},
         {"item tag", [](TestPdu& p) { p.items->next->next->tag = 9; }, true},
         {"item count", [](TestPdu& p) { p.items->next->next = nullptr; }, true},
-        {"event code", [](TestPdu& p) {
-             reinterpret_cast<TestEvent*>(p.events.last)->code = 1;
-         }, true},
+        {"event code", [](TestPdu& p) { reinterpret_cast<TestEvent*>(p.events.last)->code = 1; }, true},
         {"event count", [](TestPdu& p) { p.events.count = 2; }, true},
         {"inner value", [](TestPdu& p) { static_cast<TestInner*>(p.extra.decoded)->value = 8; }, true},
         {"inner note", [](TestPdu& p) { static_cast<TestInner*>(p.extra.decoded)->note = nullptr; }, true},
