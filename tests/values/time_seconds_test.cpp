@@ -153,10 +153,9 @@ TEST(TimeSeconds, SecondsToTextAndStructureAtTheEdges) {
         EXPECT_EQ(kivSecondsToUtcTimeText(w.get(), s, offset, &text), 12);
     }
     struct Case { int32_t seconds, offset; const char* gt; const char* utc; };
-    const Case cases[] = {{0, 0, "197001010000Z", "7001010000Z"},
-                          {0, 1, "197001010001Z", "7001010001+0001"},
+    // Offsets that reach back before 1970 or forward past 2038 in local time.
+    const Case cases[] = {{0, 1, "197001010001Z", "7001010001+0001"},
                           {0, -1439, "196912310001-2359", "6912310001-2359"},
-                          {2147483647, 0, "20380119031407Z", "380119031407Z"},
                           {2147483647, 1439, "20380120031307+2359", "380120031307+2359"}};
     for (const Case& c : cases) {
         ASSERT_EQ(kivSecondsToGeneralizedTimeText(w.get(), c.seconds, c.offset, &text), 0);
