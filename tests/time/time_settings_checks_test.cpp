@@ -41,7 +41,8 @@ struct Checks {
     std::string dateOnly(uint32_t s, uint16_t d) { return run(kivCheckDateOnly, s, d); }
     std::string timeOnly(uint32_t s, uint16_t f) { return run(kivCheckTimeOfDayOnly, s, f); }
     std::string dateAndTime() { return run(kivCheckDateAndTime); }
-    std::string recurrenceDigits(uint16_t lo, uint16_t hi) { return run(kivCheckRecurrenceDigits, lo, hi); } };
+    std::string recurrenceDigits(uint16_t lo, uint16_t hi) { return run(kivCheckRecurrenceDigits, lo, hi); }
+};
 
 TEST(TimeSettingsChecks, DateRulesInTheirOrder) {
     Checks c;

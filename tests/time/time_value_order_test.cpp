@@ -123,7 +123,9 @@ private:
         s.insert(0, width - s.size(), '0');
         return s;
     }
-    std::string year() { return number(1000, 9999, 4); } std::string time(int parts) { std::string s = number(0, 23, 2);
+    std::string year() { return number(1000, 9999, 4); }
+    std::string time(int parts) {
+        std::string s = number(0, 23, 2);
         if (parts > 1) s += join(":", number(0, 59, 2));
         if (parts > 2) s += join(":", number(0, 59, 2), ".", digits(2));
         return s;
