@@ -51,11 +51,7 @@ TEST(CompareHelpers, LengthDataRecordsOfBothWidthsAndAtAPosition) {
     KivLengthData wideA{0xAAAA0003, d1}, wideB{0x55550003, d1};
     EXPECT_EQ(kivLengthDataDiffer(&wideA, &wideB, KIV_LENGTH_WIDTH_16, 1), 0);
     EXPECT_EQ(kivLengthDataDiffer(&wideA, &wideB, 4, 1), 1);
-    struct At {
-        uint16_t length;
-        uint8_t filler[10];
-        uint8_t* data;  // at 16
-    } atA{3, {1}, d1}, atB{3, {2}, d2};
+    struct At { uint16_t length; uint8_t filler[10]; uint8_t* data; } atA{3, {1}, d1}, atB{3, {2}, d2};  // data at 16
     EXPECT_EQ(kivLengthDataAtDiffer(&atA, &atB, 2, 1, 16), 0);
     EXPECT_EQ(kivLengthDataAtDiffer(&atA, &atB, 2, 2, 16), 1) << "3 units of 2 reach octet 6";
     EXPECT_EQ(kivLengthDataAtDiffer(&atA, &atB, 2, -1, 16), 0) << "3 bits";
@@ -101,11 +97,7 @@ TEST_F(CopyHelpers, LengthDataRecordsOfTheirOwn) {
     uint8_t bits[] = {0xFF, 0xC0};
     KivLengthData empty{0, bits};
     EXPECT_EQ(static_cast<KivLengthData*>(kivCopyLengthData(w.get(), &empty, nullptr, 4, 1))->data, nullptr);
-    struct At {
-        uint32_t length;
-        uint32_t other[5];
-        uint8_t* data;  // at 24
-    } at{10, {7, 7, 7, 7, 7}, bits};
+    struct At { uint32_t length; uint32_t other[5]; uint8_t* data; } at{10, {7, 7, 7, 7, 7}, bits};  // data at 24
     auto* atCopy = static_cast<At*>(kivCopyLengthDataAt(w.get(), &at, nullptr, 4, -1, 24));
     EXPECT_NE(atCopy->data, bits);
     EXPECT_EQ(std::tuple(atCopy->length, std::memcmp(atCopy->data, bits, 2)), std::tuple(10u, 0));
@@ -113,11 +105,8 @@ TEST_F(CopyHelpers, LengthDataRecordsOfTheirOwn) {
 
     // A 16-bit length: only its two bytes are read and written.
     uint16_t units[] = {0x1111, 0x2222, 0x3333};
-    struct Short {
-        uint16_t length;
-        uint16_t other[3];
-        uint16_t* data;  // at 8
-    } narrow{3, {0xFFFF, 0xFFFF, 0xFFFF}, units};
+    struct Short { uint16_t length; uint16_t other[3]; uint16_t* data; };  // data at 8
+    Short narrow{3, {0xFFFF, 0xFFFF, 0xFFFF}, units};
     auto* narrowCopy = static_cast<Short*>(kivCopyLengthData(w.get(), &narrow, nullptr, KIV_LENGTH_WIDTH_16, 2));
     ASSERT_NE(narrowCopy->data, units);
     EXPECT_EQ(std::tuple(narrowCopy->length, std::memcmp(narrowCopy->data, units, sizeof units)), std::tuple(3u, 0));
@@ -222,10 +211,8 @@ TEST_F(KindComparator, InPlaceKinds) {
 }
 
 TEST_F(KindComparator, LengthPrefixedKinds) {
-    struct InPlace16 {
-        uint16_t length;
-        uint8_t data[6];
-    } p1{3, {1, 2, 3, 4}}, p2{3, {1, 2, 3, 5}}, e1{0, {1}}, e2{0, {2}};
+    struct InPlace16 { uint16_t length; uint8_t data[6]; };
+    const InPlace16 p1{3, {1, 2, 3, 4}}, p2{3, {1, 2, 3, 5}}, e1{0, {1}}, e2{0, {2}};
     EXPECT_TRUE(equal(&p1, &p2, 2, 0, 9));
     EXPECT_TRUE(equal(&e1, &e2, 2, 0, 21)) << "two empty values are equal";
     EXPECT_FALSE(equal(&e1, &e2, 2, 0, 26)) << "but not for kind 26";
@@ -257,19 +244,12 @@ TEST_F(KindComparator, LengthPrefixedKinds) {
 }
 
 TEST_F(KindComparator, CallersPositionAndLists) {
-    struct Positioned {
-        uint32_t length;
-        uint32_t other;
-        uint8_t data[4];  // at 8
-    } a{2, 1, {5, 6}}, b{2, 2, {5, 6}};
+    struct Positioned { uint32_t length; uint32_t other; uint8_t data[4]; } a{2, 1, {5, 6}}, b{2, 2, {5, 6}};  // data at 8
     EXPECT_EQ(kivKindValuesDiffer(w.get(), &a, &b, 4, 8, 0, 9), 0);
     EXPECT_EQ(kivKindValuesDiffer(w.get(), &a, &b, 4, 4, 0, 9), 1) << "the other word at 4";
 
-    struct Node {
-        KivListNode link;
-        int32_t skipped;
-        int32_t element;  // at 12
-    } n1[2] = {{{nullptr}, 1, 7}, {{nullptr}, 1, 8}}, n2[2] = {{{nullptr}, 2, 7}, {{nullptr}, 2, 8}};
+    struct Node { KivListNode link; int32_t skipped; int32_t element; };  // element at 12
+    Node n1[2] = {{{nullptr}, 1, 7}, {{nullptr}, 1, 8}}, n2[2] = {{{nullptr}, 2, 7}, {{nullptr}, 2, 8}};
     n1[0].link.next = &n1[1].link;
     n2[0].link.next = &n2[1].link;
     EXPECT_EQ(kivKindValuesDiffer(w.get(), n1, n2, 4, 12, 0, 27), 0);
