@@ -17,10 +17,7 @@
 
 namespace fenk::test {
 
-constexpr int32_t kBer = 0;
-constexpr int32_t kDer = 3;
-constexpr int32_t kCxer = 6;
-constexpr int32_t kCer = 7;
+constexpr int32_t kBer = 0, kDer = 3, kCxer = 6, kCer = 7;  // encoding rules
 
 // The text a formatter allocated through the table, released again; "#rc"
 // when the formatter failed with rc.
@@ -42,17 +39,15 @@ std::string formatted(KivGlobal* w, Format&& format) {
 inline std::string describe(const KivTimeFields& f) {
     char b[200];
     std::snprintf(b, sizeof b, "flags %04x C%d Y%d W%u M%u D%u %u:%u:%u .%u/%u res %u zone %02x %s%u:%u",
-                  f.flags, f.century, f.year, f.week, f.month, f.day, f.hours, f.minutes,
-                  f.seconds, f.fraction, f.fractionDigits, f.reserved, f.zoneFlags,
-                  f.zoneNegative ? "-" : "+", f.zoneHours, f.zoneMinutes);
+                  f.flags, f.century, f.year, f.week, f.month, f.day, f.hours, f.minutes, f.seconds, f.fraction,
+                  f.fractionDigits, f.reserved, f.zoneFlags, f.zoneNegative ? "-" : "+", f.zoneHours, f.zoneMinutes);
     return b;
 }
 
 inline std::string describe(const KivDurationFields& d) {
     char b[200];
-    std::snprintf(b, sizeof b, "flags %08x %uY %uM %uW %uD %uH %uM %uS .%u/%u", d.flags, d.years,
-                  d.months, d.weeks, d.days, d.hours, d.minutes, d.seconds, d.fraction,
-                  d.fractionDigits);
+    std::snprintf(b, sizeof b, "flags %08x %uY %uM %uW %uD %uH %uM %uS .%u/%u", d.flags, d.years, d.months,
+                  d.weeks, d.days, d.hours, d.minutes, d.seconds, d.fraction, d.fractionDigits);
     return b;
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <type_traits>
 
 #include "time_test_support.h"
 
@@ -29,6 +30,11 @@ int32_t pickSigned(Rng& rng) {
 // The shape fixes the flags, so two points of one shape form an interval.
 KivTimeFields makePoint(Rng& rng, uint32_t shape) {
     KivTimeFields f{};
+    // Flags a field and gives it a value from low to high.
+    auto set = [&](uint16_t flag, auto& field, uint32_t low, uint32_t high) {
+        f.flags |= flag;
+        field = static_cast<std::remove_reference_t<decltype(field)>>(pick(rng, low, high));
+    };
     const uint32_t kind = shape % 8;
     if (kind == 0) {
         f.flags = KIV_TF_CENTURY;
@@ -40,50 +46,30 @@ KivTimeFields makePoint(Rng& rng, uint32_t shape) {
         f.flags = KIV_TF_YEAR;
         f.year = pickSigned(rng);
     }
-    if (kind == 2 || kind == 3) {
-        f.flags |= KIV_TF_MONTH;
-        f.month = static_cast<uint16_t>(pick(rng, 1, 12));
-    }
-    if (kind == 4 || kind == 5) {
-        f.flags |= KIV_TF_WEEK;
-        f.week = static_cast<uint16_t>(pick(rng, 1, 53));
-    }
-    if (kind == 3 || kind == 5 || kind == 6) {
-        f.flags |= KIV_TF_DAY;
-        f.day = static_cast<uint16_t>(kind == 3 ? pick(rng, 1, 28) : kind == 5 ? pick(rng, 1, 7)
-                                                                              : pick(rng, 1, 366));
-    }
+    if (kind == 2 || kind == 3) set(KIV_TF_MONTH, f.month, 1, 12);
+    if (kind == 4 || kind == 5) set(KIV_TF_WEEK, f.week, 1, 53);
+    if (kind == 3 || kind == 5 || kind == 6) set(KIV_TF_DAY, f.day, 1, kind == 3 ? 28 : kind == 5 ? 7 : 366);
     if (kind != 7 && !((f.flags & KIV_TF_DAY) && (shape & 8))) return f;
-    f.flags |= KIV_TF_HOUR;
-    f.hours = static_cast<uint16_t>(pick(rng, 0, 23));
+    set(KIV_TF_HOUR, f.hours, 0, 23);
     if (shape & 16) {
-        f.flags |= KIV_TF_MINUTE;
-        f.minutes = static_cast<uint16_t>(pick(rng, 0, 59));
-        if (shape & 32) {
-            f.flags |= KIV_TF_SECOND;
-            f.seconds = static_cast<uint16_t>(pick(rng, 0, 60));
-        }
+        set(KIV_TF_MINUTE, f.minutes, 0, 59);
+        if (shape & 32) set(KIV_TF_SECOND, f.seconds, 0, 60);
     }
     if (shape & 64) {
-        f.flags |= KIV_TF_FRACTION;
-        f.fractionDigits = pick(rng, 1, 9);
+        set(KIV_TF_FRACTION, f.fractionDigits, 1, 9);
         uint32_t limit = 1;
         for (uint32_t i = 0; i < f.fractionDigits; ++i) limit *= 10;
         f.fraction = pick(rng, 0, limit - 1);
     }
-    switch ((shape >> 7) % 4) {
-        case 1: f.flags |= KIV_TF_UTC; break;
-        case 2:
-        case 3:
-            f.flags |= KIV_TF_ZONE;
-            f.zoneNegative = static_cast<uint8_t>(pick(rng, 0, 1));
-            f.zoneHours = static_cast<uint16_t>(pick(rng, 0, 15));
-            if ((shape >> 7) % 4 == 3) {  // minutes written only when not zero
-                f.zoneFlags = KIV_TF_ZONE_MINUTES;
-                f.zoneMinutes = static_cast<uint16_t>(pick(rng, 1, 59));
-            }
-            break;
-        default: break;
+    const uint32_t zone = (shape >> 7) % 4;
+    if (zone == 1) f.flags |= KIV_TF_UTC;
+    if (zone >= 2) {
+        set(KIV_TF_ZONE, f.zoneNegative, 0, 1);
+        f.zoneHours = static_cast<uint16_t>(pick(rng, 0, 15));
+        if (zone == 3) {  // minutes written only when not zero
+            f.zoneFlags = KIV_TF_ZONE_MINUTES;
+            f.zoneMinutes = static_cast<uint16_t>(pick(rng, 1, 59));
+        }
     }
     return f;
 }
@@ -125,9 +111,8 @@ Sample makeSample(Rng& rng) {
     s.end = makePoint(rng, shape);
     if (pick(rng, 0, 2) == 0 && (s.start.flags & KIV_TF_ZONE)) {
         s.end.flags &= ~KIV_TF_ZONE;  // the end may leave its time difference out
-        s.end.zoneFlags = 0;
+        s.end.zoneFlags = s.end.zoneNegative = 0;
         s.end.zoneHours = s.end.zoneMinutes = 0;
-        s.end.zoneNegative = 0;
     }
     s.duration = makeDuration(rng);
     s.count = pick(rng, 0, 1) ? -1 : static_cast<int32_t>(pick(rng, 1, 0x7FFFFFFF));
