@@ -75,8 +75,7 @@ KivTimeFields makePoint(Rng& rng, uint32_t shape) {
 }
 
 KivDurationFields makeDuration(Rng& rng) {
-    static constexpr uint32_t order[] = {KIV_DF_YEARS, KIV_DF_MONTHS, KIV_DF_DAYS,
-                                         KIV_DF_HOURS, KIV_DF_MINUTES, KIV_DF_SECONDS};
+    static constexpr uint32_t order[] = {KIV_DF_YEARS, KIV_DF_MONTHS, KIV_DF_DAYS, KIV_DF_HOURS, KIV_DF_MINUTES, KIV_DF_SECONDS};
     static constexpr uint32_t KivDurationFields::*fields[] = {
         &KivDurationFields::years, &KivDurationFields::months, &KivDurationFields::days,
         &KivDurationFields::hours, &KivDurationFields::minutes, &KivDurationFields::seconds};

@@ -23,13 +23,10 @@ struct Duration {
 };
 
 int32_t parseDuration(KivGlobal* w, const char* text, Duration* d) {
-    return kivTextToDuration(w, text, &d->negative, &d->y, &d->mo, &d->d, &d->h, &d->mi, &d->s,
-                             &d->fraction, &d->count);
+    return kivTextToDuration(w, text, &d->negative, &d->y, &d->mo, &d->d, &d->h, &d->mi, &d->s, &d->fraction, &d->count);
 }
 
-std::string fractionOf(const char* fraction, uint32_t count) {
-    return fraction ? std::string(fraction, count) : "<null>";
-}
+std::string fractionOf(const char* fraction, uint32_t count) { return fraction ? std::string(fraction, count) : "<null>"; }
 
 }  // namespace
 
@@ -129,35 +126,31 @@ TEST(XsdWrite, ZoneFailureAfterWritingGivesBackTheBuffer) {
 
 namespace {
 
-std::string zoneName(int32_t z) {
-    return z == kNone ? "none" : z == kUtc ? "Z" : std::to_string(z);
-}
+std::string zoneName(int32_t z) { return z == kNone ? "none" : z == kUtc ? "Z" : std::to_string(z); }
 
 // "rc: fields" of each parser, with the fraction as the text it points at.
 std::string readDate(KivGlobal* w, const char* t) {
     int32_t y = 0, m = 0, d = 0, z = 0;
-    int32_t rc = kivTextToDate(w, t, &y, &m, &d, &z);
-    if (rc) return std::to_string(rc);
-    return std::to_string(y) + " " + std::to_string(m) + " " + std::to_string(d) + " " + zoneName(z);
+    const int32_t rc = kivTextToDate(w, t, &y, &m, &d, &z);
+    return rc ? std::to_string(rc) : std::to_string(y) + " " + std::to_string(m) + " " + std::to_string(d) + " " + zoneName(z);
 }
 
 std::string readTime(KivGlobal* w, const char* t) {
     uint32_t h = 0, m = 0, s = 0, n = 9;
     const char* f = "x";
     int32_t z = 0;
-    int32_t rc = kivTextToTime(w, t, &h, &m, &s, &f, &n, &z);
+    const int32_t rc = kivTextToTime(w, t, &h, &m, &s, &f, &n, &z);
     if (rc) return std::to_string(rc);
-    return std::to_string(h) + ":" + std::to_string(m) + ":" + std::to_string(s) + " " +
-           fractionOf(f, n) + " " + zoneName(z);
+    return std::to_string(h) + ":" + std::to_string(m) + ":" + std::to_string(s) + " " + fractionOf(f, n) + " " + zoneName(z);
 }
 
 std::string readDuration(KivGlobal* w, const char* t) {
     Duration d;
     int32_t rc = parseDuration(w, t, &d);
     if (rc) return std::to_string(rc);
-    return std::string(d.negative ? "-" : "+") + std::to_string(d.y) + "Y" + std::to_string(d.mo) +
-           "M" + std::to_string(d.d) + "D" + std::to_string(d.h) + "H" + std::to_string(d.mi) +
-           "M" + std::to_string(d.s) + "S " + fractionOf(d.fraction, d.count);
+    return std::string(d.negative ? "-" : "+") + std::to_string(d.y) + "Y" + std::to_string(d.mo) + "M" +
+           std::to_string(d.d) + "D" + std::to_string(d.h) + "H" + std::to_string(d.mi) + "M" + std::to_string(d.s) +
+           "S " + fractionOf(d.fraction, d.count);
 }
 
 }  // namespace
