@@ -52,9 +52,7 @@ protected:
         kivSetValueRoutines(w.get(), &testValueRoutines);
     }
     uint32_t copy(void** out) { return kivCopyValue(w.get(), kTestPdu, source.get(), out); }
-    uint32_t compare(const void* a, const void* b) {
-        return kivCompareValue(w.get(), kTestPdu, a, b);
-    }
+    uint32_t compare(const void* a, const void* b) { return kivCompareValue(w.get(), kTestPdu, a, b); }
     void useRoutines(KivValueCopier copier) {
         routines = {nullptr, copier, &compareTestValues};
         kivSetValueRoutines(w.get(), &routines);
@@ -96,10 +94,8 @@ TEST_F(ValueCopy, EveryChangedFieldMakesTheValuesDiffer) {
         {"name", [](TestPdu& p) { p.name[0] = 'S'; }, true},
         {"name absent", [](TestPdu& p) { p.name = nullptr; }, true},
         {"serial", [](TestPdu& p) { static_cast<uint8_t*>(p.serial.data)[8] = 0; }, true},
-        {"serial sign octet", [](TestPdu& p) {
-             p.serial.data = static_cast<uint8_t*>(p.serial.data) + 1;
-             p.serial.length -= 1;
-         }, true},
+        {"serial sign octet",
+         [](TestPdu& p) { p.serial.data = static_cast<uint8_t*>(p.serial.data) + 1; p.serial.length -= 1; }, true},
         {"item number", [](TestPdu& p) { p.items->next->number = 1; }, true},
         {"item tag", [](TestPdu& p) { p.items->next->next->tag = 9; }, true},
         {"item count", [](TestPdu& p) { p.items->next->next = nullptr; }, true},
