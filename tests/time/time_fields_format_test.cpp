@@ -186,12 +186,9 @@ TEST(TimeTextFormat, LongTextsAreWrittenWhole) {
             "10." + std::string(digits - 10, '0') + "4294967295+01";  // 154 digits fill the draft
         EXPECT_EQ(formatted(w.get(), [&](char** o) { return kivFormatTimePoint(w.get(), &f, o); }), expected);
     }
-    std::string fraction(300, '7');
-    std::string text =
-        formatted(w.get(), [&](char** o) {
-            return kivTimeToText(w.get(), 1, 2, 3, fraction.c_str(), 300, KIV_ZONE_UTC, o);
-        });
-    EXPECT_EQ(text, "01:02:03." + fraction + "Z");
+    const std::string fraction(300, '7');
+    auto text = [&](char** o) { return kivTimeToText(w.get(), 1, 2, 3, fraction.c_str(), 300, KIV_ZONE_UTC, o); };
+    EXPECT_EQ(formatted(w.get(), text), "01:02:03." + fraction + "Z");
 }
 
 // A failed allocation of the normal form is swept in tests/faults; the
