@@ -2,13 +2,9 @@
 // which order the rules are tried, and what passes.
 #include <gtest/gtest.h>
 
-#include <string>
+#include "time_test_support.h"
 
-#include "support/raise_catcher.h"
-#include "support/test_world.h"
-
-using fenk::test::catchRaise;
-using fenk::test::TestWorld;
+using namespace fenk::test;
 
 namespace {
 
@@ -65,8 +61,7 @@ TEST(TimeCanonicalCheck, WholeHourTimeDifferencesWithMinutes) {
     EXPECT_EQ(verdict(w, "10:00+01/12:00+02:00"), kZoneMinutes) << "and the end";
     EXPECT_EQ(verdict(w, "10:00+01:00/P0Y1M"), kZoneMinutes) << "before the duration";
     EXPECT_EQ(verdict(w, "R/P0Y1M/10:00-03:00"), kZoneMinutes);
-    EXPECT_EQ(verdict(w, "10:00+01:00/12:00"), kZoneMinutes)
-        << "minutes come before the repeated time difference";
+    EXPECT_EQ(verdict(w, "10:00+01:00/12:00"), kZoneMinutes) << "minutes come before the repeated time difference";
 }
 
 TEST(TimeCanonicalCheck, RepeatedEndTimeDifference) {

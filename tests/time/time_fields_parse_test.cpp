@@ -1,11 +1,10 @@
 // Classification and parsing of ISO 8601 time texts into field records.
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <tuple>
 #include <utility>
 
-#include "support/test_world.h"
-#include "time_text_helpers.h"
+#include "time_test_support.h"
 
 // Expected records name only the fields that matter; the rest are zero.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
@@ -32,15 +31,11 @@ KivDurationFields scan(const char* text, uint8_t skipZero, const char** end) {
 
 TEST(TimeTextClassify, TellsTheTenForms) {
     TestWorld w;
-    const struct {
-        const char* text;
-        int32_t form;
-    } cases[] = {
+    const struct { const char* text; int32_t form; } cases[] = {
         {"10:00", 0}, {"-0005", 0}, {"+2009", 0}, {"2009-01-01", 0}, {"T10:00", 9},
         {"P1D", 1}, {"2009-01-01/2009-02-01", 2}, {"2009-01-01/P1D", 3}, {"P1D/2009-01-01", 4},
         {"R/P1D", 5}, {"R5/2009-01-01/2009-01-02", 6}, {"R5/2009-01-01/P1D", 7},
-        {"R5/P1D/2009-01-01", 8}, {"R5-P1D", 9}, {"R5", 9}, {"", 9}, {"x/y", 2},
-        {"10:00/xP", 3},
+        {"R5/P1D/2009-01-01", 8}, {"R5-P1D", 9}, {"R5", 9}, {"", 9}, {"x/y", 2}, {"10:00/xP", 3},
     };
     for (const auto& c : cases) EXPECT_EQ(kivClassifyTimeText(w.get(), c.text), c.form) << c.text;
     EXPECT_EQ(kivClassifyTimeText(nullptr, "10:00"), 9);
@@ -50,29 +45,22 @@ TEST(TimeTextParse, PointFields) {
     TestWorld w;
     constexpr uint16_t ymd = KIV_TF_YEAR | KIV_TF_MONTH | KIV_TF_DAY;
     constexpr uint16_t hm = KIV_TF_HOUR | KIV_TF_MINUTE;
-    const struct {
-        const char* text;
-        KivTimeFields fields;
-    } cases[] = {
+    const struct { const char* text; KivTimeFields fields; } cases[] = {
         {"2009-02-28T23:59:60,250-01:30",
          {.flags = ymd | hm | KIV_TF_SECOND | KIV_TF_FRACTION | KIV_TF_ZONE, .year = 2009,
           .month = 2, .day = 28, .hours = 23, .minutes = 59, .seconds = 60,
           .fractionDigits = 3, .fraction = 250, .zoneFlags = KIV_TF_ZONE_MINUTES,
           .zoneHours = 1, .zoneMinutes = 30, .zoneNegative = 1}},
-        {"2009-W05-3", {.flags = KIV_TF_YEAR | KIV_TF_WEEK | KIV_TF_DAY, .year = 2009, .week = 5,
-                        .day = 3}},
+        {"2009-W05-3", {.flags = KIV_TF_YEAR | KIV_TF_WEEK | KIV_TF_DAY, .year = 2009, .week = 5, .day = 3}},
         // Ordinal days run to 366 in every year.
         {"2009-366", {.flags = KIV_TF_YEAR | KIV_TF_DAY, .year = 2009, .day = 366}},
-        {"20C", {.flags = KIV_TF_CENTURY, .century = 20}},
-        {"-05C", {.flags = KIV_TF_CENTURY, .century = -5}},
-        {"-0005", {.flags = KIV_TF_YEAR, .year = -5}},
-        {"20090101", {.flags = KIV_TF_YEAR, .year = 20090101}},
+        {"20C", {.flags = KIV_TF_CENTURY, .century = 20}}, {"-05C", {.flags = KIV_TF_CENTURY, .century = -5}},
+        {"-0005", {.flags = KIV_TF_YEAR, .year = -5}}, {"20090101", {.flags = KIV_TF_YEAR, .year = 20090101}},
         {"-2147483648", {.flags = KIV_TF_YEAR, .year = INT32_MIN}},
         {"12:00+15:30", {.flags = hm | KIV_TF_ZONE, .hours = 12, .zoneFlags = KIV_TF_ZONE_MINUTES,
                          .zoneHours = 15, .zoneMinutes = 30}},
         {"10Z", {.flags = KIV_TF_HOUR | KIV_TF_UTC, .hours = 10}},
-        {"24:00:00.000", {.flags = hm | KIV_TF_SECOND | KIV_TF_FRACTION, .hours = 24,
-                          .fractionDigits = 3}},
+        {"24:00:00.000", {.flags = hm | KIV_TF_SECOND | KIV_TF_FRACTION, .hours = 24, .fractionDigits = 3}},
     };
     for (const auto& c : cases) {
         int32_t rc;
@@ -126,11 +114,7 @@ TEST(TimeTextParse, NullArgumentsGiveTwelve) {
 
 TEST(TimeTextParse, DurationFields) {
     constexpr uint32_t hms = KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS;
-    const struct {
-        const char* text;
-        uint8_t skipZero;
-        KivDurationFields fields;
-    } cases[] = {
+    const struct { const char* text; uint8_t skipZero; KivDurationFields fields; } cases[] = {
         {"P0Y1M", 0, {.flags = KIV_DF_YEARS | KIV_DF_MONTHS, .months = 1}},
         {"P0Y1M", 1, {.flags = KIV_DF_MONTHS, .months = 1}},
         {"P1Y0M", 1, {.flags = KIV_DF_YEARS | KIV_DF_MONTHS, .years = 1}},
@@ -152,10 +136,7 @@ TEST(TimeTextParse, DurationFields) {
 
 TEST(TimeTextParse, DurationStopsWhereItEnds) {
     // The scan hands back the character after the duration and no more.
-    const struct {
-        const char* text;
-        size_t taken;
-    } cases[] = {
+    const struct { const char* text; size_t taken; } cases[] = {
         {"P1D/", 3}, {"P1WT1H", 3}, {"P1.5Y2M", 5}, {"PT1S2", 4}, {"P1Dx", 3}, {"P1M", 3},
     };
     for (const auto& c : cases) {
@@ -186,22 +167,20 @@ TEST(TimeTextParse, DurationRejections) {
 TEST(TimeTextParse, IntervalsNeedMatchingPointFlags) {
     TestWorld w;
     KivTimeFields s, e;
-    EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01T10:00+01:00/2009-01-01T12:00", &s, &e), 0);
-    EXPECT_EQ(s.zoneMinutes, 0);
-    EXPECT_EQ(e.hours, 12);
+    EXPECT_EQ((std::tuple{kivParseStartEnd(w.get(), "2009-01-01T10:00+01:00/2009-01-01T12:00", &s, &e),
+                          s.zoneMinutes, e.hours}), std::tuple(0, 0, 12));
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01T10:00/2009-01-01T12:00Z", &s, &e), 12);
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01/2009-01-01T12:00", &s, &e), 12);
     EXPECT_EQ(kivParseStartEnd(w.get(), "2009-01-01T10:00/2009-01-01T12:00+01", &s, &e), 12)
         << "only the end may lack the time difference";
-    EXPECT_EQ(kivParseStartEnd(w.get(), "2009-02-01/2009-01-01", &s, &e), 0)
-        << "no order is required";
+    EXPECT_EQ(kivParseStartEnd(w.get(), "2009-02-01/2009-01-01", &s, &e), 0) << "no order is required";
 
     KivDurationFields d;
-    EXPECT_EQ(kivParseStartDuration(w.get(), "2009-01-01/P1Y0M", &s, &d), 0);
-    EXPECT_EQ(d.flags, KIV_DF_YEARS | KIV_DF_MONTHS) << "every written component flagged";
+    EXPECT_EQ((std::tuple{kivParseStartDuration(w.get(), "2009-01-01/P1Y0M", &s, &d), d.flags}),
+              std::tuple(0, KIV_DF_YEARS | KIV_DF_MONTHS)) << "every written component flagged";
     EXPECT_EQ(kivParseStartDuration(w.get(), "2009-01-01/P1Y/", &s, &d), 12);
-    EXPECT_EQ(kivParseDurationEnd(w.get(), "PT1H/10:00Z", &d, &e), 0);
-    EXPECT_EQ(e.flags, KIV_TF_HOUR | KIV_TF_MINUTE | KIV_TF_UTC);
+    EXPECT_EQ((std::tuple{kivParseDurationEnd(w.get(), "PT1H/10:00Z", &d, &e), e.flags}),
+              std::tuple(0, KIV_TF_HOUR | KIV_TF_MINUTE | KIV_TF_UTC));
     EXPECT_EQ(kivParseDurationEnd(w.get(), "PT1H10:00Z", &d, &e), 12);
 }
 
@@ -216,21 +195,17 @@ TEST(TimeTextParse, RecurrenceCounts) {
         return std::pair(rc, n);
     };
     EXPECT_EQ(counted("R/PT1H"), std::pair(0, -1));
-    EXPECT_EQ(counted("R12/PT1H"), std::pair(0, 12));
-    EXPECT_EQ(d.hours, 1u);
+    EXPECT_EQ((std::tuple{counted("R12/PT1H"), d.hours}), std::tuple(std::pair(0, 12), 1u));
     EXPECT_EQ(counted("R2147483647/PT1H"), std::pair(0, INT32_MAX));
     for (const char* bad : {"R0/PT1H", "R012/PT1H", "R2147483648/PT1H", "RPT1H", "R1PT1H"})
         EXPECT_EQ(counted(bad).first, 12) << bad;
 
-    EXPECT_EQ(kivParseRecurringStartEnd(w.get(), "R3/10:00+01/12:00", &s, &e, &n), 0);
-    EXPECT_EQ(n, 3);
+    EXPECT_EQ((std::tuple{kivParseRecurringStartEnd(w.get(), "R3/10:00+01/12:00", &s, &e, &n), n}), std::tuple(0, 3));
     EXPECT_EQ(kivParseRecurringStartEnd(w.get(), "R3/10:00/12:00+01", &s, &e, &n), 12);
-    EXPECT_EQ(kivParseRecurringStartDuration(w.get(), "R/2009-035/P2W", &s, &d, &n), 0);
-    EXPECT_EQ(s.day, 35);
-    EXPECT_EQ(d.weeks, 2u);
-    EXPECT_EQ(kivParseRecurringDurationEnd(w.get(), "R7/P1M/2009-W01", &d, &e, &n), 0);
-    EXPECT_EQ(n, 7);
-    EXPECT_EQ(e.week, 1);
+    EXPECT_EQ((std::tuple{kivParseRecurringStartDuration(w.get(), "R/2009-035/P2W", &s, &d, &n), s.day, d.weeks}),
+              std::tuple(0, 35, 2u));
+    EXPECT_EQ((std::tuple{kivParseRecurringDurationEnd(w.get(), "R7/P1M/2009-W01", &d, &e, &n), n, e.week}),
+              std::tuple(0, 7, 1));
     EXPECT_EQ(kivParseRecurringDurationEnd(w.get(), "R7/P1M/2009-W01/", &d, &e, &n), 12);
 }
 

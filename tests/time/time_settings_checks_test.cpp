@@ -2,9 +2,7 @@
 // rule fails first, with which text, and that a pass leaves the text alone.
 #include <gtest/gtest.h>
 
-#include <string>
-
-#include "time_value_support.h"
+#include "time_test_support.h"
 
 namespace {
 
@@ -73,10 +71,8 @@ TEST(TimeSettingsChecks, DateRulesInTheirOrder) {
               "the year identification shall be a non-proleptic year in the range 1582 to 9999");
     EXPECT_EQ(c.on("1582").dateOnly(0x2000, 0),
               "the year identification shall be a year in the proleptic Gregorian Calendar in the range 0 to 1581");
-    EXPECT_EQ(c.on("-0000").dateOnly(0x4000, 0),
-              "the year identification shall be a negative year in the range -9999 to -1");
-    EXPECT_EQ(c.on("-10000").dateOnly(0x4000, 0),
-              "the year identification shall be a negative year in the range -9999 to -1");
+    for (const char* year : {"-0000", "-10000"})
+        EXPECT_EQ(c.on(year).dateOnly(0x4000, 0), "the year identification shall be a negative year in the range -9999 to -1");
     // Only the first range bit counts.
     EXPECT_EQ(c.on("2009").dateOnly(0x1000 | 0x2000, 0), "");
     EXPECT_EQ(c.on("12345-01-01").dateOnly(0x8000, 5), "");
@@ -169,14 +165,13 @@ TEST(TimeSettingsChecks, IntervalPointsAndRecurrenceDigits) {
     EXPECT_EQ(c.on("R12/P1D").recurring(0x0100 | 0x1000, 2), "");
     EXPECT_EQ(c.on("R2/P1D").recurring(0x0100 | 0x1000, 1), "");
     EXPECT_EQ(c.on("R2/P1D").recurring(0x0100 | 0x1000, 2), "");
-    EXPECT_EQ(c.on("R123/P1D").recurring(0x0100 | 0x1000, 2),
-              "the recurring interval has an incorrect number of recurrence digits");
+    const char* const wrongDigits = "the recurring interval has an incorrect number of recurrence digits";
+    EXPECT_EQ(c.on("R123/P1D").recurring(0x0100 | 0x1000, 2), wrongDigits);
     EXPECT_EQ(c.on("R2/P1D").recurring(0x0100 | 0x1000, 0),
               "the recurring interval shall not contain recurrence digits because the \"Recurrence\" property "
               "setting is \"Unlimited\"");
     EXPECT_EQ(c.on("R/P1D").recurring(0x0100 | 0x1000, 0), "");
-    EXPECT_EQ(c.on("R/P1D").recurring(0x0100 | 0x1000, 2),
-              "the recurring interval has an incorrect number of recurrence digits");
+    EXPECT_EQ(c.on("R/P1D").recurring(0x0100 | 0x1000, 2), wrongDigits);
     EXPECT_EQ(c.on("R2/P1D").recurring(0x0100, 3), "");  // digits only under 0x1000
     EXPECT_EQ(c.on("2009-01-01/P1D").recurring(0x0100 | 0x1000, 0), "the value shall be a recurring time interval");
     EXPECT_EQ(c.on("R2/P1D/2009-01-01").recurring(0x0100, 0), "the interval should be specified using only a duration");

@@ -1,14 +1,12 @@
-// Generated records: formatting then parsing gives the record back, the
-// normal form is idempotent and denotes the same value under every rule,
-// and comparison tells apart exactly the changes that alter the value.
+// Generated records: formatting then parsing gives the record back, and the
+// normal form is idempotent and denotes the same value under every rule;
+// comparison tells apart exactly the changes that alter the value.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <random>
+#include <type_traits>
 
-#include "support/raise_catcher.h"
-#include "support/test_world.h"
-#include "time_text_helpers.h"
+#include "time_test_support.h"
 
 using namespace fenk::test;
 
@@ -32,6 +30,11 @@ int32_t pickSigned(Rng& rng) {
 // The shape fixes the flags, so two points of one shape form an interval.
 KivTimeFields makePoint(Rng& rng, uint32_t shape) {
     KivTimeFields f{};
+    // Flags a field and gives it a value from low to high.
+    auto set = [&](uint16_t flag, auto& field, uint32_t low, uint32_t high) {
+        f.flags |= flag;
+        field = static_cast<std::remove_reference_t<decltype(field)>>(pick(rng, low, high));
+    };
     const uint32_t kind = shape % 8;
     if (kind == 0) {
         f.flags = KIV_TF_CENTURY;
@@ -43,57 +46,36 @@ KivTimeFields makePoint(Rng& rng, uint32_t shape) {
         f.flags = KIV_TF_YEAR;
         f.year = pickSigned(rng);
     }
-    if (kind == 2 || kind == 3) {
-        f.flags |= KIV_TF_MONTH;
-        f.month = static_cast<uint16_t>(pick(rng, 1, 12));
-    }
-    if (kind == 4 || kind == 5) {
-        f.flags |= KIV_TF_WEEK;
-        f.week = static_cast<uint16_t>(pick(rng, 1, 53));
-    }
-    if (kind == 3 || kind == 5 || kind == 6) {
-        f.flags |= KIV_TF_DAY;
-        f.day = static_cast<uint16_t>(kind == 3 ? pick(rng, 1, 28) : kind == 5 ? pick(rng, 1, 7)
-                                                                              : pick(rng, 1, 366));
-    }
+    if (kind == 2 || kind == 3) set(KIV_TF_MONTH, f.month, 1, 12);
+    if (kind == 4 || kind == 5) set(KIV_TF_WEEK, f.week, 1, 53);
+    if (kind == 3 || kind == 5 || kind == 6) set(KIV_TF_DAY, f.day, 1, kind == 3 ? 28 : kind == 5 ? 7 : 366);
     if (kind != 7 && !((f.flags & KIV_TF_DAY) && (shape & 8))) return f;
-    f.flags |= KIV_TF_HOUR;
-    f.hours = static_cast<uint16_t>(pick(rng, 0, 23));
+    set(KIV_TF_HOUR, f.hours, 0, 23);
     if (shape & 16) {
-        f.flags |= KIV_TF_MINUTE;
-        f.minutes = static_cast<uint16_t>(pick(rng, 0, 59));
-        if (shape & 32) {
-            f.flags |= KIV_TF_SECOND;
-            f.seconds = static_cast<uint16_t>(pick(rng, 0, 60));
-        }
+        set(KIV_TF_MINUTE, f.minutes, 0, 59);
+        if (shape & 32) set(KIV_TF_SECOND, f.seconds, 0, 60);
     }
     if (shape & 64) {
-        f.flags |= KIV_TF_FRACTION;
-        f.fractionDigits = pick(rng, 1, 9);
+        set(KIV_TF_FRACTION, f.fractionDigits, 1, 9);
         uint32_t limit = 1;
         for (uint32_t i = 0; i < f.fractionDigits; ++i) limit *= 10;
         f.fraction = pick(rng, 0, limit - 1);
     }
-    switch ((shape >> 7) % 4) {
-        case 1: f.flags |= KIV_TF_UTC; break;
-        case 2:
-        case 3:
-            f.flags |= KIV_TF_ZONE;
-            f.zoneNegative = static_cast<uint8_t>(pick(rng, 0, 1));
-            f.zoneHours = static_cast<uint16_t>(pick(rng, 0, 15));
-            if ((shape >> 7) % 4 == 3) {  // minutes written only when not zero
-                f.zoneFlags = KIV_TF_ZONE_MINUTES;
-                f.zoneMinutes = static_cast<uint16_t>(pick(rng, 1, 59));
-            }
-            break;
-        default: break;
+    const uint32_t zone = (shape >> 7) % 4;
+    if (zone == 1) f.flags |= KIV_TF_UTC;
+    if (zone >= 2) {
+        set(KIV_TF_ZONE, f.zoneNegative, 0, 1);
+        f.zoneHours = static_cast<uint16_t>(pick(rng, 0, 15));
+        if (zone == 3) {  // minutes written only when not zero
+            f.zoneFlags = KIV_TF_ZONE_MINUTES;
+            f.zoneMinutes = static_cast<uint16_t>(pick(rng, 1, 59));
+        }
     }
     return f;
 }
 
 KivDurationFields makeDuration(Rng& rng) {
-    static constexpr uint32_t order[] = {KIV_DF_YEARS, KIV_DF_MONTHS, KIV_DF_DAYS,
-                                         KIV_DF_HOURS, KIV_DF_MINUTES, KIV_DF_SECONDS};
+    static constexpr uint32_t order[] = {KIV_DF_YEARS, KIV_DF_MONTHS, KIV_DF_DAYS, KIV_DF_HOURS, KIV_DF_MINUTES, KIV_DF_SECONDS};
     static constexpr uint32_t KivDurationFields::*fields[] = {
         &KivDurationFields::years, &KivDurationFields::months, &KivDurationFields::days,
         &KivDurationFields::hours, &KivDurationFields::minutes, &KivDurationFields::seconds};
@@ -118,12 +100,7 @@ KivDurationFields makeDuration(Rng& rng) {
     return d;
 }
 
-struct Sample {
-    int32_t form;
-    KivTimeFields start, end;
-    KivDurationFields duration;
-    int32_t count;
-};
+struct Sample { int32_t form; KivTimeFields start, end; KivDurationFields duration; int32_t count; };
 
 Sample makeSample(Rng& rng) {
     Sample s{};
@@ -133,9 +110,8 @@ Sample makeSample(Rng& rng) {
     s.end = makePoint(rng, shape);
     if (pick(rng, 0, 2) == 0 && (s.start.flags & KIV_TF_ZONE)) {
         s.end.flags &= ~KIV_TF_ZONE;  // the end may leave its time difference out
-        s.end.zoneFlags = 0;
+        s.end.zoneFlags = s.end.zoneNegative = 0;
         s.end.zoneHours = s.end.zoneMinutes = 0;
-        s.end.zoneNegative = 0;
     }
     s.duration = makeDuration(rng);
     s.count = pick(rng, 0, 1) ? -1 : static_cast<int32_t>(pick(rng, 1, 0x7FFFFFFF));
@@ -225,8 +201,7 @@ TEST(TimeTextRoundTrip, NormalFormIsIdempotentAndKeepsTheValue) {
             std::string once = normalized(w.get(), text.c_str(), rules);
             ASSERT_EQ(once.find('#'), std::string::npos) << text;
             ASSERT_EQ(normalized(w.get(), once.c_str(), rules), once) << text;
-            ASSERT_EQ(kivTimeTextsDiffer(w.get(), text.c_str(), once.c_str()), 0)
-                << text << " vs " << once;
+            ASSERT_EQ(kivTimeTextsDiffer(w.get(), text.c_str(), once.c_str()), 0) << text << " vs " << once;
             if (rules != kBer) {
                 // What canonical rules write passes the canonical-form check.
                 w->messageOut = w->messageText;
@@ -239,11 +214,7 @@ TEST(TimeTextRoundTrip, NormalFormIsIdempotentAndKeepsTheValue) {
 
 TEST(TimeTextCompare, Examples) {
     TestWorld w;
-    const struct {
-        const char* a;
-        const char* b;
-        int32_t differ;
-    } cases[] = {
+    const struct { const char* a; const char* b; int32_t differ; } cases[] = {
         {"P0Y1M", "P1M", 0},                       {"PT60M", "PT1H", 1},
         {"2009-01-01T10:00+01:00", "2009-01-01T10:00+01", 0}, {"10:00Z", "10:00+00", 1},
         {"12:00+00:00", "12:00-00:00", 0},         {"12:00+01", "12:00-01", 1},
@@ -255,6 +226,12 @@ TEST(TimeTextCompare, Examples) {
         {"10:00+01/12:00", "10:00+01:00/12:00+01:00", 0},
         {"R2/P1D", "R3/P1D", 1},                   {"R/P1D", "R/P1DT0H", 0},
         {"R2/10:00/P1D", "R2/10:00/P1DT0,0S", 1},  {"P1D/10:00", "P1DT0S/10:00", 0},
+        // The same rules in every form: a zero component, the sign of a zero
+        // time difference, another hour, one more fraction digit, the count.
+        {"R2/10:00/PT1H", "R2/10:00/P0DT1H", 0},   {"R2/P1.5D/10:00", "R2/P1.50D/10:00", 1},
+        {"10:00+00/12:00+00", "10:00-00/12:00-00", 0}, {"R/10:00+00/P1D", "R/10:00-00/P1D", 0},
+        {"R/10:00+01/P1D", "R/10:00-01/P1D", 1},  {"R2/10:00/12:00", "R2/11:00/12:00", 1},
+        {"R/P1D", "R1/P1D", 1},                    {"R/PT1H/10:00", "R1/PT1H/10:00", 1},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(kivTimeTextsDiffer(w.get(), c.a, c.b), c.differ) << c.a << " vs " << c.b;
@@ -269,8 +246,7 @@ TEST(TimeTextCompare, EveryFieldCounts) {
     // Valid texts of one form that differ in one field or in one field's
     // presence.
     const char* pairs[][2] = {
-        {"20", "21"},
-        {"2009-01-01", "2010-01-01"},       {"2009-01-01", "2009-02-01"},
+        {"20", "21"}, {"2009-01-01", "2010-01-01"},       {"2009-01-01", "2009-02-01"},
         {"2009-01-01", "2009-01-02"},       {"2009-W01-1", "2009-W02-1"},
         {"2009-W01-1", "2009-W01-2"},       {"2009-01", "2009-01-01"},
         {"10:00:00", "11:00:00"},           {"10:00:00", "10:01:00"},
@@ -279,8 +255,7 @@ TEST(TimeTextCompare, EveryFieldCounts) {
         {"10:00+01:00", "10:00+01:30"},     {"10:00:00.5", "10:00:00.6"},
         {"10:00:00", "10:00:00.0"},         {"2009-01-01T10:00", "2009-01-02T10:00"},
         {"P1Y", "P2Y"},   {"P1M", "P2M"},   {"P1W", "P2W"},   {"P1D", "P2D"},
-        {"PT1H", "PT2H"}, {"PT1M", "PT2M"}, {"PT1S", "PT2S"}, {"PT1S", "PT1.0S"},
-        {"PT1.5S", "PT1.6S"},
+        {"PT1H", "PT2H"}, {"PT1M", "PT2M"}, {"PT1S", "PT2S"}, {"PT1S", "PT1.0S"}, {"PT1.5S", "PT1.6S"},
         {"10:00/11:00", "10:00/11:30"},     {"10:00/11:00", "09:00/11:00"},
         {"10:00/PT1H", "10:00/PT2H"},       {"10:00/PT1H", "11:00/PT1H"},
         {"PT1H/11:00", "PT1H/12:00"},       {"PT1H/11:00", "PT2H/11:00"},
@@ -291,56 +266,4 @@ TEST(TimeTextCompare, EveryFieldCounts) {
         EXPECT_EQ(kivTimeTextsDiffer(w.get(), p[0], p[1]), 1) << p[0] << " vs " << p[1];
         EXPECT_EQ(kivTimeTextsDiffer(w.get(), p[1], p[0]), 1) << p[1] << " vs " << p[0];
     }
-}
-
-TEST(TimeTextCompare, GeneratedChangesThatAlterTheValue) {
-    TestWorld w;
-    Rng rng(77);
-    int changed = 0;
-    for (int i = 0; i < 3000; ++i) {
-        Sample a = carried(makeSample(rng));
-        w->encodingRules = kBer;
-        Sample b = a;
-        bool differ = true;
-        switch (pick(rng, 0, 4)) {
-            case 0:  // a zero duration component written or not: same value
-                if (!kDuration[a.form] || (a.duration.flags & KIV_DF_WEEKS) || a.duration.days != 0 ||
-                    !(a.duration.flags & (KIV_DF_HOURS | KIV_DF_MINUTES | KIV_DF_SECONDS)))
-                    continue;
-                b.duration.flags |= KIV_DF_DAYS;
-                differ = false;
-                break;
-            case 1:  // the sign of a zero time difference does not count
-                if (!kStart[a.form] || !(a.start.flags & KIV_TF_ZONE)) continue;
-                b.start.zoneNegative ^= 1;
-                differ = a.start.zoneHours != 0 || a.start.zoneMinutes != 0;
-                if (kEnd[a.form]) {
-                    if (!(a.end.flags & KIV_TF_ZONE)) continue;  // the end would inherit it
-                    b.end.zoneNegative ^= 1;
-                    differ = differ || a.end.zoneHours != 0 || a.end.zoneMinutes != 0;
-                }
-                break;
-            case 2:  // another hour
-                if (!kStart[a.form] || !(a.start.flags & KIV_TF_HOUR)) continue;
-                b.start.hours = static_cast<uint16_t>((a.start.hours + 1) % 24);
-                break;
-            case 3:  // one more fraction digit
-                if (!kDuration[a.form] || !(a.duration.flags & KIV_DF_FRACTION) ||
-                    a.duration.fractionDigits > 8)
-                    continue;
-                ++b.duration.fractionDigits;
-                b.duration.fraction *= 10;
-                break;
-            default:  // another recurrence count
-                if (a.form < 5) continue;
-                b.count = a.count == -1 ? 1 : -1;
-                break;
-        }
-        ++changed;
-        std::string ta = format(w.get(), a);
-        std::string tb = format(w.get(), b);
-        EXPECT_EQ(kivTimeTextsDiffer(w.get(), ta.c_str(), tb.c_str()), differ ? 1 : 0)
-            << ta << " vs " << tb;
-    }
-    EXPECT_GT(changed, 600);
 }

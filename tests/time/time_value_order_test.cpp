@@ -3,20 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <string>
 #include <vector>
 
-#include "time_value_support.h"
+#include "time_test_support.h"
 
 namespace {
 
 using fenk::test::TimeValueParser;
 
-struct Pair {
-    const char* a;
-    const char* b;
-    int32_t expected;
-};
+struct Pair { const char* a; const char* b; int32_t expected; };
 
 // Each pair is checked both ways: the order turns round, -2 (no order) and
 // equality do not.
@@ -83,12 +78,8 @@ TEST(TimeValueEquality, ListedPairsBothWays) {
 // Generated values: a shape fixes the components and the widths of every
 // number, so two values of one shape order as their texts do (time
 // differences aside, which must match for the values to be comparable).
-struct Generated {
-    std::string text;
-    int shape;
-    std::string key;   // the text without its time difference
-    std::string zone;  // the time difference as compared
-};
+// key: the text without its time difference; zone: the time difference as compared.
+struct Generated { std::string text; int shape; std::string key, zone; };
 
 // Appends the parts (one string built in place, no temporaries).
 template <class... Parts>
@@ -174,8 +165,7 @@ TEST(TimeValueOrder, GeneratedPairsOrderAsTheirTextsAndAntisymmetrically) {
     int comparable = 0;
     for (size_t i = 0; i < values.size(); ++i) {
         for (size_t j = 0; j < values.size(); ++j) {
-            const Generated& a = texts[i];
-            const Generated& b = texts[j];
+            const Generated &a = texts[i], &b = texts[j];
             int32_t r = kivCompareTimeValues(&values[i], &values[j]);
             int32_t s = kivCompareTimeValues(&values[j], &values[i]);
             int32_t d = kivTimeValuesDiffer(&values[i], &values[j]);

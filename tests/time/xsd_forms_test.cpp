@@ -2,14 +2,11 @@
 // sentinels, and parsers checked field by field.
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <string>
 #include <tuple>
 #include <utility>
 
 #include "support/alloc_hooks.h"
-#include "support/test_world.h"
-#include "time_text_helpers.h"
+#include "time_test_support.h"
 
 using namespace fenk::test;
 
@@ -26,13 +23,10 @@ struct Duration {
 };
 
 int32_t parseDuration(KivGlobal* w, const char* text, Duration* d) {
-    return kivTextToDuration(w, text, &d->negative, &d->y, &d->mo, &d->d, &d->h, &d->mi, &d->s,
-                             &d->fraction, &d->count);
+    return kivTextToDuration(w, text, &d->negative, &d->y, &d->mo, &d->d, &d->h, &d->mi, &d->s, &d->fraction, &d->count);
 }
 
-std::string fractionOf(const char* fraction, uint32_t count) {
-    return fraction ? std::string(fraction, count) : "<null>";
-}
+std::string fractionOf(const char* fraction, uint32_t count) { return fraction ? std::string(fraction, count) : "<null>"; }
 
 }  // namespace
 
@@ -68,8 +62,7 @@ TEST(XsdWrite, DateFormsAndYears) {
         EXPECT_EQ(date(2009, m, d, kNone), "#12") << m << "-" << d;
 
     auto text = [&](auto call) { return formatted(w.get(), call); };
-    EXPECT_EQ(text([&](char** o) { return kivYearMonthToText(w.get(), 99, 7, -60, o); }),
-              "0099-07-01:00");
+    EXPECT_EQ(text([&](char** o) { return kivYearMonthToText(w.get(), 99, 7, -60, o); }), "0099-07-01:00");
     EXPECT_EQ(text([&](char** o) { return kivYearMonthToText(w.get(), 99, 13, kNone, o); }), "#12");
     EXPECT_EQ(text([&](char** o) { return kivYearToText(w.get(), -12345, kNone, o); }), "-12345");
     EXPECT_EQ(text([&](char** o) { return kivYearToText(w.get(), 0, kNone, o); }), "#12");
@@ -84,8 +77,7 @@ TEST(XsdWrite, DateFormsAndYears) {
 TEST(XsdWrite, TimesAndZones) {
     TestWorld w;
     auto time = [&](uint32_t h, uint32_t m, uint32_t s, const char* f, uint32_t n, int32_t z) {
-        return formatted(w.get(),
-                         [&](char** o) { return kivTimeToText(w.get(), h, m, s, f, n, z, o); });
+        return formatted(w.get(), [&](char** o) { return kivTimeToText(w.get(), h, m, s, f, n, z, o); });
     };
     EXPECT_EQ(time(24, 0, 0, nullptr, 0, kNone), "24:00:00");
     EXPECT_EQ(time(24, 0, 0, "0", 1, kNone), "#12");
@@ -115,13 +107,10 @@ TEST(XsdWrite, ZoneFailureAfterWritingGivesBackTheBuffer) {
     installCountingHooks(w.get(), &counter);
     char* out = nullptr;
     EXPECT_EQ(kivTimeToText(w.get(), 10, 30, 0, nullptr, 0, 841, &out), 12);
-    EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(counter.calls, 1) << "the zone is found wrong after the text was written";
-    EXPECT_EQ(counter.live, 0);
-
+    // The zone is found wrong after the text was written.
+    EXPECT_EQ(std::tuple(out, counter.calls, counter.live), std::tuple(nullptr, 1, 0));
     EXPECT_EQ(kivDateTimeToText(w.get(), 2009, 1, 1, 25, 0, 0, nullptr, 0, kNone, &out), 12);
-    EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(counter.calls, 1) << "fields are checked before anything is allocated";
+    EXPECT_EQ(std::tuple(out, counter.calls), std::tuple(nullptr, 1)) << "fields are checked before allocating";
 
     char buffer[32];
     std::memset(buffer, 'x', sizeof buffer);
@@ -130,10 +119,6 @@ TEST(XsdWrite, ZoneFailureAfterWritingGivesBackTheBuffer) {
     EXPECT_EQ(out, buffer);
     EXPECT_STREQ(buffer, "2009-01-01") << "a caller's buffer is left as written";
 
-    out = nullptr;
-    counter.failAt = counter.calls + 1;
-    EXPECT_EQ(kivMonthToText(w.get(), 1, kNone, &out), 12);
-    EXPECT_EQ(out, nullptr);
     EXPECT_EQ(kivDurationToText(w.get(), 0, 1, 0, 0, 0, 0, 0, nullptr, 0, nullptr), 12);
     EXPECT_EQ(kivYearToText(nullptr, 2009, kNone, &out), 12);
     EXPECT_EQ(counter.live, 0);
@@ -141,47 +126,39 @@ TEST(XsdWrite, ZoneFailureAfterWritingGivesBackTheBuffer) {
 
 namespace {
 
-std::string zoneName(int32_t z) {
-    return z == kNone ? "none" : z == kUtc ? "Z" : std::to_string(z);
-}
+std::string zoneName(int32_t z) { return z == kNone ? "none" : z == kUtc ? "Z" : std::to_string(z); }
 
 // "rc: fields" of each parser, with the fraction as the text it points at.
 std::string readDate(KivGlobal* w, const char* t) {
     int32_t y = 0, m = 0, d = 0, z = 0;
-    int32_t rc = kivTextToDate(w, t, &y, &m, &d, &z);
-    if (rc) return std::to_string(rc);
-    return std::to_string(y) + " " + std::to_string(m) + " " + std::to_string(d) + " " + zoneName(z);
+    const int32_t rc = kivTextToDate(w, t, &y, &m, &d, &z);
+    return rc ? std::to_string(rc) : std::to_string(y) + " " + std::to_string(m) + " " + std::to_string(d) + " " + zoneName(z);
 }
 
 std::string readTime(KivGlobal* w, const char* t) {
     uint32_t h = 0, m = 0, s = 0, n = 9;
     const char* f = "x";
     int32_t z = 0;
-    int32_t rc = kivTextToTime(w, t, &h, &m, &s, &f, &n, &z);
+    const int32_t rc = kivTextToTime(w, t, &h, &m, &s, &f, &n, &z);
     if (rc) return std::to_string(rc);
-    return std::to_string(h) + ":" + std::to_string(m) + ":" + std::to_string(s) + " " +
-           fractionOf(f, n) + " " + zoneName(z);
+    return std::to_string(h) + ":" + std::to_string(m) + ":" + std::to_string(s) + " " + fractionOf(f, n) + " " + zoneName(z);
 }
 
 std::string readDuration(KivGlobal* w, const char* t) {
     Duration d;
     int32_t rc = parseDuration(w, t, &d);
     if (rc) return std::to_string(rc);
-    return std::string(d.negative ? "-" : "+") + std::to_string(d.y) + "Y" + std::to_string(d.mo) +
-           "M" + std::to_string(d.d) + "D" + std::to_string(d.h) + "H" + std::to_string(d.mi) +
-           "M" + std::to_string(d.s) + "S " + fractionOf(d.fraction, d.count);
+    return std::string(d.negative ? "-" : "+") + std::to_string(d.y) + "Y" + std::to_string(d.mo) + "M" +
+           std::to_string(d.d) + "D" + std::to_string(d.h) + "H" + std::to_string(d.mi) + "M" + std::to_string(d.s) +
+           "S " + fractionOf(d.fraction, d.count);
 }
 
 }  // namespace
 
 TEST(XsdParse, DatesAndZones) {
     TestWorld w;
-    const struct {
-        const char* text;
-        const char* fields;
-    } cases[] = {
-        {"2009-02-31", "2009 2 31 none"},
-        {"2009-01-01Z", "2009 1 1 Z"},
+    const struct { const char* text; const char* fields; } cases[] = {
+        {"2009-02-31", "2009 2 31 none"}, {"2009-01-01Z", "2009 1 1 Z"},
         {"-12345-01-01-14:00", "-12345 1 1 -840"},
         {"2009-01-01+00:99", "2009 1 1 99"},  // zone minutes above 59 are taken
         {"2009-01-01Zjunk", "2009 1 1 Z"},    // nothing after the zone is looked at
@@ -199,33 +176,25 @@ TEST(XsdParse, DatesAndZones) {
 
 TEST(XsdParse, OtherCalendarForms) {
     TestWorld w;
+    KivGlobal* g = w.get();
     int32_t y = 0, m = 0, d = 0, z = 0;
-    EXPECT_EQ(kivTextToYearMonth(w.get(), "-0001-12+05:30", &y, &m, &z), 0);
-    EXPECT_EQ(std::tuple(y, m, z), std::tuple(-1, 12, 330));
-    EXPECT_EQ(kivTextToYearMonth(w.get(), "2009", &y, &m, &z), 12);
-    EXPECT_EQ(kivTextToYear(w.get(), "20090Z", &y, &z), 0);
-    EXPECT_EQ(std::tuple(y, z), std::tuple(20090, kUtc));
-    EXPECT_EQ(kivTextToYear(w.get(), "-0000", &y, &z), 12);
-    EXPECT_EQ(kivTextToMonthDay(w.get(), "--02-29", &m, &d, &z), 0);
-    EXPECT_EQ(std::tuple(m, d, z), std::tuple(2, 29, kNone));
-    EXPECT_EQ(kivTextToMonthDay(w.get(), "-02-29", &m, &d, &z), 12);
-    EXPECT_EQ(kivTextToDay(w.get(), "---32", &d, &z), 12);
-    EXPECT_EQ(kivTextToDay(w.get(), "---07-01:00", &d, &z), 0);
-    EXPECT_EQ(std::tuple(d, z), std::tuple(7, -60));
-    EXPECT_EQ(kivTextToMonth(w.get(), "--11Z", &m, &z), 0);
-    EXPECT_EQ(std::tuple(m, z), std::tuple(11, kUtc));
-    EXPECT_EQ(kivTextToMonth(w.get(), "--11-", &m, &z), 12);
+    EXPECT_EQ((std::tuple{kivTextToYearMonth(g, "-0001-12+05:30", &y, &m, &z), y, m, z}), std::tuple(0, -1, 12, 330));
+    EXPECT_EQ(kivTextToYearMonth(g, "2009", &y, &m, &z), 12);
+    EXPECT_EQ((std::tuple{kivTextToYear(g, "20090Z", &y, &z), y, z}), std::tuple(0, 20090, kUtc));
+    EXPECT_EQ(kivTextToYear(g, "-0000", &y, &z), 12);
+    EXPECT_EQ((std::tuple{kivTextToMonthDay(g, "--02-29", &m, &d, &z), m, d, z}), std::tuple(0, 2, 29, kNone));
+    EXPECT_EQ(kivTextToMonthDay(g, "-02-29", &m, &d, &z), 12);
+    EXPECT_EQ(kivTextToDay(g, "---32", &d, &z), 12);
+    EXPECT_EQ((std::tuple{kivTextToDay(g, "---07-01:00", &d, &z), d, z}), std::tuple(0, 7, -60));
+    EXPECT_EQ((std::tuple{kivTextToMonth(g, "--11Z", &m, &z), m, z}), std::tuple(0, 11, kUtc));
+    EXPECT_EQ(kivTextToMonth(g, "--11-", &m, &z), 12);
     EXPECT_EQ(kivTextToMonth(nullptr, "--11", &m, &z), 12);
 }
 
 TEST(XsdParse, TimesTakeAnyTwoDigitValues) {
     TestWorld w;
-    const struct {
-        const char* text;
-        const char* fields;
-    } cases[] = {
-        {"25:61:99", "25:61:99 <null> none"},
-        {"10:00:00.", "10:0:0 <null> none"},
+    const struct { const char* text; const char* fields; } cases[] = {
+        {"25:61:99", "25:61:99 <null> none"}, {"10:00:00.", "10:0:0 <null> none"},
         {"10:00:00.0123456789012+01:00", "10:0:0 0123456789012 60"},
         {"1:00:00", "12"}, {"10:0:00", "12"}, {"10:00", "12"}, {"10-00-00", "12"},
         {"10:00:000", "12"}, {"10:00:00 ", "12"},
@@ -242,20 +211,14 @@ TEST(XsdParse, TimesTakeAnyTwoDigitValues) {
     EXPECT_EQ(kivTextToTime(w.get(), "07:08:09", &h, &m, &s, &f, nullptr, &z), 12);
     EXPECT_EQ(f, text + 20) << "the fraction points into the text";
     EXPECT_EQ(n, 1u);
-    EXPECT_EQ(kivTextToDateTime(w.get(), "2009-05-06 07:08:09", &y, &mo, &d, &h, &m, &s, &f, &n, &z),
-              12);
+    EXPECT_EQ(kivTextToDateTime(w.get(), "2009-05-06 07:08:09", &y, &mo, &d, &h, &m, &s, &f, &n, &z), 12);
     EXPECT_EQ(kivTextToDateTime(w.get(), "2009-05-06", &y, &mo, &d, &h, &m, &s, &f, &n, &z), 12);
 }
 
 TEST(XsdParse, Durations) {
     TestWorld w;
-    const struct {
-        const char* text;
-        const char* fields;
-    } cases[] = {
-        {"P1M", "+0Y1M0D0H0M0S <null>"},
-        {"PT", "+0Y0M0D0H0M0S <null>"},
-        {"-PT1.5S", "-0Y0M0D0H0M1S 5"},
+    const struct { const char* text; const char* fields; } cases[] = {
+        {"P1M", "+0Y1M0D0H0M0S <null>"}, {"PT", "+0Y0M0D0H0M0S <null>"}, {"-PT1.5S", "-0Y0M0D0H0M1S 5"},
         {"P1Y2M3DT4H5M6S", "+1Y2M3D4H5M6S <null>"},
         // A run without its designator is left for the next step.
         {"P3DT5S", "+0Y0M3D0H0M5S <null>"},
@@ -278,13 +241,11 @@ TEST(XsdForms, WrittenTextsReadBack) {
     for (int32_t year : {-2147483647, -10000, -1, 1, 999, 2009, 10000, 2147483647})
         for (int32_t zone : {kNone, kUtc, -840, -61, 0, 1, 839}) {
             char* text = nullptr;
-            ASSERT_EQ(kivDateTimeToText(w.get(), year, 12, 31, 23, 59, 60, "999", 3, zone, &text),
-                      0);
+            ASSERT_EQ(kivDateTimeToText(w.get(), year, 12, 31, 23, 59, 60, "999", 3, zone, &text), 0);
             int32_t y, mo, d, z;
             uint32_t h, mi, s, n;
             const char* f;
-            EXPECT_EQ(kivTextToDateTime(w.get(), text, &y, &mo, &d, &h, &mi, &s, &f, &n, &z), 0)
-                << text;
+            EXPECT_EQ(kivTextToDateTime(w.get(), text, &y, &mo, &d, &h, &mi, &s, &f, &n, &z), 0) << text;
             EXPECT_EQ(y, year) << text;
             EXPECT_EQ(z, zone) << text;
             EXPECT_EQ(fractionOf(f, n), "999") << text;

@@ -2,6 +2,8 @@
 // the two leading base-128 numbers, and the routines that only refuse.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "support/test_world.h"
 
 using fenk::test::TestWorld;
@@ -35,16 +37,12 @@ TEST(ReadTwoNumbers, ReadsAndConsumes) {
     KivBuffer data{4, oid};
     uint32_t first = 0, second = 0;
     EXPECT_EQ(kivReadTwoNumbers(w.get(), &data, &first, &second), 0);
-    EXPECT_EQ(first, 42u);
-    EXPECT_EQ(second, 840u);
-    EXPECT_EQ(data.length, 1u);
-    EXPECT_EQ(data.value, oid + 3);
+    EXPECT_EQ(std::tuple(first, second, data.length, data.value), std::tuple(42u, 840u, 1u, oid + 3));
 
     uint8_t longest[] = {0x8F, 0xFF, 0xFF, 0xFF, 0x7F, 0x81, 0x80, 0x80, 0x80, 0x00};
     data = {10, longest};
     EXPECT_EQ(kivReadTwoNumbers(w.get(), &data, nullptr, &second), 0);
-    EXPECT_EQ(second, 1u << 28);
-    EXPECT_EQ(data.length, 0u);
+    EXPECT_EQ(std::tuple(second, data.length), std::tuple(1u << 28, 0u));
 }
 
 TEST(ReadTwoNumbers, RefusesWithoutTouchingTheRecord) {
@@ -53,16 +51,11 @@ TEST(ReadTwoNumbers, RefusesWithoutTouchingTheRecord) {
     uint8_t cut[] = {0x01, 0x82};
     uint8_t secondTooLong[] = {0x01, 0x81, 0x82, 0x83, 0x84, 0x85, 0x06};
     uint32_t first = 7;
-    struct Case {
-        uint8_t* octets;
-        uint32_t length;
-    };
+    struct Case { uint8_t* octets; uint32_t length; };
     for (Case c : {Case{six, 6}, Case{cut, 2}, Case{secondTooLong, 7}, Case{six + 5, 1}}) {
         KivBuffer data{c.length, c.octets};
         EXPECT_EQ(kivReadTwoNumbers(w.get(), &data, &first, nullptr), 5);
-        EXPECT_EQ(data.length, c.length);
-        EXPECT_EQ(data.value, c.octets);
-        EXPECT_EQ(first, 7u);
+        EXPECT_EQ(std::tuple(data.length, data.value, first), std::tuple(c.length, c.octets, 7u)) << c.length;
     }
     KivBuffer data{1, nullptr};
     EXPECT_EQ(kivReadTwoNumbers(w.get(), &data, &first, nullptr), 6);
