@@ -14,7 +14,12 @@ namespace {
 // No service needs more; a sweep that gets here is not ending.
 constexpr long kMostAllocations = 2000;
 constexpr const char* kOutOfMemory = "0008S: Out of memory; bytes requested: ";
-constexpr int kNoMessage = -2000;
+
+struct Run {
+    Outcome out;
+    long left;         // blocks still allocated beyond what the world keeps
+    bool noMessage;    // raised out of memory without composing its message
+};
 
 std::unique_ptr<TestWorld> makeWorld(WorldKind kind) {
     if (kind == WorldKind::plain) return std::make_unique<TestWorld>();
@@ -33,9 +38,8 @@ std::string failureText(const Service& s) {
     return "";
 }
 
-// Runs the service once with the k-th allocation failing; the outcome and
-// the plan's counts.
-Outcome runOnce(const Service& s, long k, FaultPlan& plan) {
+// Runs the service once with the k-th allocation failing.
+Run runOnce(const Service& s, long k, FaultPlan& plan) {
     auto world = makeWorld(s.world);
     KivGlobal* w = world->get();
     w->messageOut = w->messageText;
@@ -46,13 +50,12 @@ Outcome runOnce(const Service& s, long k, FaultPlan& plan) {
     if (caught.raised) out = failed(caught.value);
     // A raise of out of memory that reaches the caller has composed its
     // message. (Guarded operations clear messageOut: theirs compose none.)
-    if (caught.raised && out.answer == 8 && !std::strstr(w->messageText, kOutOfMemory))
-        out.answer = kNoMessage;
+    const bool noMessage =
+        caught.raised && out.answer == 8 && !std::strstr(w->messageText, kOutOfMemory);
     if (!out.ok && s.afterFailure) s.afterFailure(w);
-    long kept = static_cast<long>(plan.live.size());
+    const long left = static_cast<long>(plan.live.size()) - out.held;
     plan.uninstall(w);
-    out.held = kept - out.held;  // what is left beyond what the world keeps
-    return out;
+    return {out, left, noMessage};
 }
 
 }  // namespace
@@ -64,8 +67,10 @@ SweepRow sweep(const Service& s) {
     };
     for (long k = 1; k <= kMostAllocations; ++k) {
         FaultPlan plan;
-        Outcome out = runOnce(s, k, plan);
-        if (out.held != 0) fault(k, std::to_string(out.held) + " blocks left allocated");
+        const Run run = runOnce(s, k, plan);
+        const Outcome& out = run.out;
+        if (run.left != 0) fault(k, std::to_string(run.left) + " blocks left allocated");
+        if (run.noMessage) fault(k, "raised out of memory without its message");
         if (plan.strayFrees) fault(k, std::to_string(plan.strayFrees) + " frees of unknown blocks");
         if (out.answer == kWrongResult) fault(k, "wrong result");
         const bool failureHit = plan.attempts >= k;
